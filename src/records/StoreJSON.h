@@ -1,0 +1,33 @@
+#pragma once
+
+#include "records/Records.h"
+
+#include <QByteArray>
+#include <QString>
+#include <exception>
+
+// The one JSON form of the store, shared by the database, the legacy data file
+// and the backup.
+
+enum class JSONLayout {
+    compact,        // no whitespace: the database payload
+    sortedIndented, // indented, keys in byte order: the backup file
+};
+
+// Reading failed; description() says what is wrong (which key, which record).
+class StoreJSONError : public std::exception {
+public:
+    explicit StoreJSONError(QString message) : message_(std::move(message)), utf8_(message_.toUtf8()) {}
+    const QString& description() const { return message_; }
+    const char* what() const noexcept override { return utf8_.constData(); }
+
+private:
+    QString message_;
+    QByteArray utf8_;
+};
+
+QByteArray encodeStore(const Store& store, JSONLayout layout = JSONLayout::compact);
+
+// Strict: the whole document is rejected on a missing required key or a value of
+// the wrong type. Null for an optional key means absent; unknown keys are ignored.
+Store decodeStore(const QByteArray& json);
