@@ -14,7 +14,7 @@ enum class JSONLayout {
     sortedIndented, // indented, keys in byte order: the backup file
 };
 
-// Reading failed; description() says what is wrong (which key, which record).
+// Reading or writing failed; description() says what is wrong (which key, which record).
 class StoreJSONError : public std::exception {
 public:
     explicit StoreJSONError(QString message) : message_(std::move(message)), utf8_(message_.toUtf8()) {}

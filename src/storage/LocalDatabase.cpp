@@ -48,8 +48,8 @@ void LocalDatabase::exec(const char* sql) {
 void LocalDatabase::writeState(const QByteArray& payload) {
     exec("INSERT OR REPLACE INTO previous_state SELECT * FROM state;");
     {
-        Statement insert = prepare(db_.get(), "INSERT OR REPLACE INTO state(id,payload) VALUES(1,?)",
-                                   "Falha ao preparar gravação.");
+        Statement insert =
+            prepare(db_.get(), "INSERT OR REPLACE INTO state(id,payload) VALUES(1,?)", "Falha ao preparar gravação.");
         if (sqlite3_bind_text(insert.get(), 1, payload.constData(), int(payload.size()), SQLITE_TRANSIENT) !=
                 SQLITE_OK ||
             sqlite3_step(insert.get()) != SQLITE_DONE)

@@ -1,0 +1,309 @@
+#include "records/JSONReader.h"
+
+#include "records/StoreJSON.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+constexpr int maximumDepth = 256; // deeper nesting is refused rather than recursed into
+
+void appendUtf8(std::string& out, char32_t code) {
+    if (code < 0x80) {
+        out += char(code);
+    } else if (code < 0x800) {
+        out += char(0xC0 | (code >> 6));
+        out += char(0x80 | (code & 0x3F));
+    } else if (code < 0x10000) {
+        out += char(0xE0 | (code >> 12));
+        out += char(0x80 | ((code >> 6) & 0x3F));
+        out += char(0x80 | (code & 0x3F));
+    } else {
+        out += char(0xF0 | (code >> 18));
+        out += char(0x80 | ((code >> 12) & 0x3F));
+        out += char(0x80 | ((code >> 6) & 0x3F));
+        out += char(0x80 | (code & 0x3F));
+    }
+}
+
+int hexValue(char c) {
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
+    return -1;
+}
+
+} // namespace
+
+void JSONReader::syntaxError(const char* what) const {
+    throw StoreJSONError(QStringLiteral("Dados inválidos: o texto não é JSON válido (%1, posição %2).")
+                             .arg(QString::fromUtf8(what))
+                             .arg(p_ - begin_));
+}
+
+char JSONReader::peek() {
+    while (p_ < end_ && (*p_ == ' ' || *p_ == '\n' || *p_ == '\r' || *p_ == '\t'))
+        ++p_;
+    return p_ < end_ ? *p_ : '\0';
+}
+
+void JSONReader::expect(char c) {
+    if (peek() != c) {
+        const char what[] = {'e', 's', 'p', 'e', 'r', 'a', 'v', 'a', ' ', '"', c, '"', '\0'};
+        syntaxError(what);
+    }
+    ++p_;
+}
+
+void JSONReader::enter() {
+    if (++depth_ > maximumDepth)
+        syntaxError("aninhamento profundo demais");
+}
+
+void JSONReader::finish() {
+    if (peek() != '\0')
+        syntaxError("texto depois do documento");
+}
+
+bool JSONReader::literal(const char* word) {
+    const size_t length = std::strlen(word);
+    if (size_t(end_ - p_) < length || std::memcmp(p_, word, length) != 0)
+        syntaxError("valor desconhecido");
+    p_ += length;
+    return true;
+}
+
+bool JSONReader::skipNull() {
+    return peek() == 'n' && literal("null");
+}
+
+bool JSONReader::readBoolean(bool& value) {
+    const char c = peek();
+    if (c == 't')
+        return literal("true") && (value = true, true);
+    if (c == 'f')
+        return literal("false") && (value = false, true);
+    return false;
+}
+
+// Reads the string at p_ (which is at its opening quote). Without escapes the
+// raw UTF-8 range is handed back as it is; with escapes the decoded bytes are.
+void JSONReader::scanString(std::string& decoded, bool& escaped, const char*& rawBegin, const char*& rawEnd) {
+    ++p_;
+    rawBegin = p_;
+    escaped = false;
+    for (;;) {
+        if (p_ >= end_)
+            syntaxError("texto sem aspas de fechamento");
+        const auto c = static_cast<unsigned char>(*p_);
+        if (c == '"') {
+            rawEnd = p_++;
+            return;
+        }
+        if (c < 0x20)
+            syntaxError("caractere de controle em texto");
+        if (c == '\\') {
+            if (!escaped) {
+                decoded.assign(rawBegin, p_);
+                escaped = true;
+            }
+            if (++p_ >= end_)
+                syntaxError("texto sem aspas de fechamento");
+            const char e = *p_++;
+            switch (e) {
+            case '"':
+                decoded += '"';
+                break;
+            case '\\':
+                decoded += '\\';
+                break;
+            case '/':
+                decoded += '/';
+                break;
+            case 'b':
+                decoded += '\b';
+                break;
+            case 'f':
+                decoded += '\f';
+                break;
+            case 'n':
+                decoded += '\n';
+                break;
+            case 'r':
+                decoded += '\r';
+                break;
+            case 't':
+                decoded += '\t';
+                break;
+            case 'u': {
+                auto unit = [&]() -> char32_t {
+                    if (end_ - p_ < 4)
+                        syntaxError("sequência \\u incompleta");
+                    int v = 0;
+                    for (int k = 0; k < 4; ++k) {
+                        const int h = hexValue(p_[k]);
+                        if (h < 0)
+                            syntaxError("sequência \\u inválida");
+                        v = v * 16 + h;
+                    }
+                    p_ += 4;
+                    return char32_t(v);
+                };
+                char32_t code = unit();
+                if (code >= 0xD800 && code <= 0xDBFF && end_ - p_ >= 6 && p_[0] == '\\' && p_[1] == 'u') {
+                    p_ += 2;
+                    const char32_t low = unit();
+                    if (low < 0xDC00 || low > 0xDFFF)
+                        syntaxError("par de surrogates inválido");
+                    code = 0x10000 + ((code - 0xD800) << 10) + (low - 0xDC00);
+                } else if (code >= 0xD800 && code <= 0xDFFF) {
+                    syntaxError("surrogate isolado");
+                }
+                appendUtf8(decoded, code);
+                break;
+            }
+            default:
+                syntaxError("escape inválido");
+            }
+            continue;
+        }
+        if (c < 0x80) {
+            if (escaped)
+                decoded += char(c);
+            ++p_;
+            continue;
+        }
+        // A multi-byte UTF-8 sequence: check its shape so damaged text is refused
+        // instead of silently becoming replacement characters.
+        const int length = c >= 0xF0 && c <= 0xF4 ? 4 : c >= 0xE0 ? 3 : c >= 0xC2 && c <= 0xDF ? 2 : 0;
+        if (length == 0 || end_ - p_ < length)
+            syntaxError("texto UTF-8 inválido");
+        for (int k = 1; k < length; ++k)
+            if ((static_cast<unsigned char>(p_[k]) & 0xC0) != 0x80)
+                syntaxError("texto UTF-8 inválido");
+        if (escaped)
+            decoded.append(p_, size_t(length));
+        p_ += length;
+    }
+}
+
+std::string_view JSONReader::readKey() {
+    bool escaped = false;
+    const char* rawBegin = nullptr;
+    const char* rawEnd = nullptr;
+    scanString(scratch_, escaped, rawBegin, rawEnd);
+    return escaped ? std::string_view(scratch_) : std::string_view(rawBegin, size_t(rawEnd - rawBegin));
+}
+
+bool JSONReader::readString(QString& value) {
+    if (peek() != '"')
+        return false;
+    bool escaped = false;
+    const char* rawBegin = nullptr;
+    const char* rawEnd = nullptr;
+    scanString(scratch_, escaped, rawBegin, rawEnd);
+    value = escaped ? QString::fromStdString(scratch_) : QString::fromUtf8(rawBegin, rawEnd - rawBegin);
+    return true;
+}
+
+bool JSONReader::scanNumber(const char*& start, const char*& stop) {
+    start = p_;
+    bool integer = true;
+    if (p_ < end_ && *p_ == '-')
+        ++p_;
+    auto digits = [&] {
+        const char* from = p_;
+        while (p_ < end_ && *p_ >= '0' && *p_ <= '9')
+            ++p_;
+        if (p_ == from)
+            syntaxError("número inválido");
+        return p_ - from;
+    };
+    const char* first = p_;
+    if (digits() > 1 && *first == '0')
+        syntaxError("número com zero à esquerda");
+    if (p_ < end_ && *p_ == '.') {
+        ++p_;
+        digits();
+        integer = false;
+    }
+    if (p_ < end_ && (*p_ == 'e' || *p_ == 'E')) {
+        ++p_;
+        if (p_ < end_ && (*p_ == '+' || *p_ == '-'))
+            ++p_;
+        digits();
+        integer = false;
+    }
+    stop = p_;
+    return integer;
+}
+
+bool JSONReader::readInteger(qint64& value) {
+    const char c = peek();
+    if (c != '-' && (c < '0' || c > '9'))
+        return false;
+    const char* start = nullptr;
+    const char* stop = nullptr;
+    if (scanNumber(start, stop) && std::from_chars(start, stop, value).ec == std::errc())
+        return true;
+    // A fraction, an exponent or more than 64 bits: accepted only when the value
+    // is whole and fits.
+    double d = 0;
+    std::from_chars(start, stop, d);
+    if (d == std::floor(d) && d >= -9223372036854775808.0 && d < 9223372036854775808.0) {
+        value = qint64(d);
+        return true;
+    }
+    return false;
+}
+
+bool JSONReader::readNumber(double& value) {
+    const char c = peek();
+    if (c != '-' && (c < '0' || c > '9'))
+        return false;
+    const char* start = nullptr;
+    const char* stop = nullptr;
+    scanNumber(start, stop);
+    if (std::from_chars(start, stop, value).ec != std::errc())
+        syntaxError("número fora do alcance");
+    return true;
+}
+
+void JSONReader::skipValue() {
+    switch (peek()) {
+    case '{':
+        readObject([this](std::string_view) { skipValue(); });
+        return;
+    case '[':
+        readArray([this](qsizetype) { skipValue(); });
+        return;
+    case '"': {
+        bool escaped = false;
+        const char* rawBegin = nullptr;
+        const char* rawEnd = nullptr;
+        scanString(scratch_, escaped, rawBegin, rawEnd);
+        return;
+    }
+    case 't':
+        literal("true");
+        return;
+    case 'f':
+        literal("false");
+        return;
+    case 'n':
+        literal("null");
+        return;
+    case '\0':
+        syntaxError("fim inesperado do texto");
+    default: {
+        double ignored = 0;
+        if (!readNumber(ignored))
+            syntaxError("valor desconhecido");
+    }
+    }
+}

@@ -1,0 +1,209 @@
+#include "records/StoreJSON.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QtTest>
+
+namespace {
+
+Store fullStore() {
+    Store store;
+    store.reportRentalBaseline = 3;
+    store.locadoraName = QStringLiteral("Vídeo & Cia");
+    store.films = {Film{"F1", "Ação Total", "Ação, Drama", 2, 550, 7, 1994, false,
+                        QStringLiteral("Primeira linha\nSegunda linha: ação, coração, pão"), "Total Action", true}};
+    store.customers = {
+        Customer{"C1", "Maria Conceição", "(11) 987654321", 12, "Rua A, 10", "São Paulo", "SP", "01000-000", true}};
+    store.rentals = {Rental{"R1", "F1", "C1", Instant{700000000.125}, Instant{700086400.125}, Instant{700200000.5}, 550,
+                            300, 600, false, 100, 2}};
+    store.entries = {Entry{"E1", Instant{-1234.75}, "Multa: Ação Total", 600},
+                     Entry{"E2", Instant{700000000}, "Saída", -2500}};
+    return store;
+}
+
+Store sparseStore() {
+    Store store;
+    store.films = {Film{"F1", "Filme", "Drama", 1, 500}};
+    store.customers = {Customer{"C1", "Ana", ""}};
+    store.rentals = {Rental{"R1", "F1", "C1", Instant{1}, Instant{2}, std::nullopt, 500, 200}};
+    return store;
+}
+
+} // namespace
+
+class TestStoreJSON : public QObject {
+    Q_OBJECT
+
+private slots:
+    void roundTrip_data() {
+        QTest::addColumn<Store>("store");
+        QTest::addColumn<int>("layout");
+        for (auto layout : {JSONLayout::compact, JSONLayout::sortedIndented}) {
+            const char* name = layout == JSONLayout::compact ? "compact" : "indented";
+            QTest::addRow("every optional present, %s", name) << fullStore() << int(layout);
+            QTest::addRow("every optional absent, %s", name) << sparseStore() << int(layout);
+            QTest::addRow("empty, %s", name) << Store{} << int(layout);
+        }
+    }
+    void roundTrip() {
+        QFETCH(Store, store);
+        QFETCH(int, layout);
+        const QByteArray json = encodeStore(store, JSONLayout(layout));
+        QVERIFY(!json.contains("null"));
+        QCOMPARE(decodeStore(json), store);
+    }
+
+    void fractionalDatesComeBackExactly() {
+        Store store = sparseStore();
+        store.rentals[0].start = Instant{812345678.123456789};
+        store.rentals[0].due = Instant{0.1 + 0.2};
+        const Store back = decodeStore(encodeStore(store));
+        QVERIFY(back.rentals[0].start.seconds == store.rentals[0].start.seconds);
+        QVERIFY(back.rentals[0].due.seconds == store.rentals[0].due.seconds);
+    }
+
+    void absentFieldsLeaveTheirKeysOut() {
+        const QJsonObject object = QJsonDocument::fromJson(encodeStore(sparseStore())).object();
+        QVERIFY(!object.contains("locadoraName"));
+        QVERIFY(!object.contains("reportRentalBaseline"));
+        const QJsonObject rental = object["rentals"].toArray()[0].toObject();
+        for (const char* key : {"returned", "fine", "rewound", "rewindFee", "copy"})
+            QVERIFY2(!rental.contains(key), key);
+        QCOMPARE(object["films"].toArray()[0].toObject().keys(),
+                 QStringList({"copies", "genre", "id", "price", "title"}));
+    }
+
+    void compactHasNoWhitespaceAndIndentedSortsKeys() {
+        const QByteArray compact = encodeStore(fullStore(), JSONLayout::compact);
+        QVERIFY(!compact.contains('\n'));
+        QVERIFY(!compact.contains("\": "));
+        const QByteArray indented = encodeStore(fullStore(), JSONLayout::sortedIndented);
+        QVERIFY(indented.contains('\n'));
+        const QList<QByteArray> topKeys = {"\"customers\"",    "\"entries\"", "\"films\"",
+                                           "\"locadoraName\"", "\"rentals\"", "\"reportRentalBaseline\""};
+        qsizetype last = -1;
+        for (const QByteArray& key : topKeys) {
+            const qsizetype at = indented.indexOf("\n    " + key);
+            QVERIFY2(at > last, key.constData());
+            last = at;
+        }
+    }
+
+    void smallestDocumentAndNullOptionals() {
+        QCOMPARE(decodeStore(R"({"films":[],"customers":[],"rentals":[],"entries":[]})"), Store{});
+        const Store store = decodeStore(
+            R"({"films":[{"id":"a","title":"t","genre":"g","copies":1,"price":2,"code":null,"sinapse":null,"x":5}],
+                "customers":[],"rentals":[],"entries":[],"locadoraName":null,"unknown":{"deep":[1,2]}})");
+        QCOMPARE(store.films.size(), 1);
+        QVERIFY(!store.films[0].code);
+        QVERIFY(!store.films[0].sinapse);
+        QVERIFY(!store.locadoraName);
+    }
+
+    void integerDatesAreAccepted() {
+        const Store store = decodeStore(R"({"films":[],"customers":[],"rentals":[],
+            "entries":[{"id":"e","date":-5,"description":"d","amount":1}]})");
+        QCOMPARE(store.entries[0].date.seconds, -5.0);
+    }
+
+    void agreesWithQtJsonOnAwkwardTexts() {
+        Store store = sparseStore();
+        store.films[0].title = QString::fromUtf8("aspas \" barra \\ / tab\t nul\x01 fim\r\n 🎞️ ç");
+        store.films[0].sinapse = QString(QChar(0x1F)) + QStringLiteral("\u2028 linha");
+        const QByteArray ours = encodeStore(store);
+        QJsonParseError error{};
+        const QJsonDocument theirs = QJsonDocument::fromJson(ours, &error);
+        QCOMPARE(error.error, QJsonParseError::NoError);
+        QCOMPARE(theirs.object()["films"].toArray()[0].toObject()["title"].toString(), store.films[0].title);
+        QCOMPARE(decodeStore(theirs.toJson(QJsonDocument::Compact)), store);
+        QCOMPARE(decodeStore(theirs.toJson(QJsonDocument::Indented)), store);
+        QCOMPARE(decodeStore(R"({"films":[],"customers":[],"rentals":[],"entries":[],)"
+                             R"("locadoraName":"\u00c7\ud83c\udf9e\/"})")
+                     .locadoraName,
+                 std::optional(QString::fromUtf8("Ç🎞/")));
+    }
+
+    void everyTruncationIsRefusedCleanly() {
+        const QByteArray json = encodeStore(fullStore(), JSONLayout::sortedIndented);
+        for (qsizetype length = 0; length < json.size(); ++length)
+            QVERIFY_THROWS_EXCEPTION(StoreJSONError, decodeStore(json.left(length)));
+    }
+
+    void damagedBytesAreRefused_data() {
+        QTest::addColumn<QByteArray>("json");
+        const QByteArray head = R"({"films":[],"customers":[],"rentals":[],"entries":[],"locadoraName":)";
+        QTest::newRow("invalid UTF-8") << head + "\"a\xff\"}";
+        QTest::newRow("raw line break in text") << head + "\"a\nb\"}";
+        QTest::newRow("lone surrogate escape") << head + R"("\ud800"})";
+        QTest::newRow("trailing text") << head + R"("a"} x)";
+        QTest::newRow("trailing comma") << QByteArray(R"({"films":[],"customers":[],"rentals":[],"entries":[],})");
+        QTest::newRow("leading zero") << QByteArray(
+            R"({"films":[],"customers":[],"rentals":[],"entries":[],"reportRentalBaseline":01})");
+        QTest::newRow("deep nesting") << QByteArray(R"({"x":)") + QByteArray(100000, '[');
+        QTest::newRow("empty") << QByteArray();
+    }
+    void damagedBytesAreRefused() {
+        QFETCH(QByteArray, json);
+        QVERIFY_THROWS_EXCEPTION(StoreJSONError, decodeStore(json));
+    }
+
+    void nonFiniteDatesCannotBeWritten() {
+        Store store = sparseStore();
+        store.rentals[0].due = Instant{std::numeric_limits<double>::infinity()};
+        QVERIFY_THROWS_EXCEPTION(StoreJSONError, encodeStore(store));
+    }
+
+    void rejected_data() {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<QString>("mentions");
+        const QByteArray film = R"("id":"a","title":"t","genre":"g","copies":1,"price":2)";
+        const QByteArray lists = R"("customers":[],"rentals":[],"entries":[])";
+        QTest::newRow("not JSON") << QByteArray("{films:") << "JSON";
+        QTest::newRow("not an object") << QByteArray("[]") << "objeto";
+        QTest::newRow("no entries") << QByteArray(R"({"films":[],"customers":[],"rentals":[]})") << "entries";
+        QTest::newRow("film price as text")
+            << QByteArray(R"({"films":[{"id":"a","title":"t","genre":"g","copies":1,"price":"2"}],)" + lists + "}")
+            << "price";
+        QTest::newRow("film copies fraction")
+            << QByteArray(R"({"films":[{"id":"a","title":"t","genre":"g","copies":1.5,"price":2}],)" + lists + "}")
+            << "copies";
+        QTest::newRow("film deleted as number")
+            << QByteArray(R"({"films":[{)" + film + R"(,"deleted":1}],)" + lists + "}") << "deleted";
+        QTest::newRow("film missing title")
+            << QByteArray(R"({"films":[{"id":"a","genre":"g","copies":1,"price":2}],)" + lists + "}") << "title";
+        QTest::newRow("customer phone as number")
+            << QByteArray(R"({"films":[],"customers":[{"id":"c","name":"n","phone":11}],"rentals":[],"entries":[]})")
+            << "phone";
+        QTest::newRow("rental start as text")
+            << QByteArray(R"({"films":[],"customers":[],"rentals":[{"id":"r","film":"f","customer":"c",)"
+                          R"("start":"2020-01-01","due":1,"price":1,"finePerDay":1}],"entries":[]})")
+            << "start";
+        QTest::newRow("rental rewound as text")
+            << QByteArray(R"({"films":[],"customers":[],"rentals":[{"id":"r","film":"f","customer":"c",)"
+                          R"("start":1,"due":1,"price":1,"finePerDay":1,"rewound":"true"}],"entries":[]})")
+            << "rewound";
+        QTest::newRow("entry amount fraction")
+            << QByteArray(R"({"films":[],"customers":[],"rentals":[],)"
+                          R"("entries":[{"id":"e","date":1,"description":"d","amount":1.25}]})")
+            << "amount";
+        QTest::newRow("record not an object") << QByteArray(R"({"films":[3],)" + lists + "}") << "films";
+        QTest::newRow("baseline as text")
+            << QByteArray(R"({"films":[],)" + lists + R"(,"reportRentalBaseline":"3"})") << "reportRentalBaseline";
+        QTest::newRow("integer beyond 64 bits")
+            << QByteArray(R"({"films":[{"id":"a","title":"t","genre":"g","copies":1,"price":1e30}],)" + lists + "}")
+            << "price";
+    }
+    void rejected() {
+        QFETCH(QByteArray, json);
+        QFETCH(QString, mentions);
+        try {
+            decodeStore(json);
+            QFAIL("document was accepted");
+        } catch (const StoreJSONError& error) {
+            QVERIFY2(error.description().contains(mentions), qPrintable(error.description()));
+        }
+    }
+};
+
+QTEST_APPLESS_MAIN(TestStoreJSON)
+#include "test_storejson.moc"

@@ -1,0 +1,171 @@
+#include "records/FilmCSVError.h"
+#include "records/StoreJSON.h"
+#include "storage/LocalDatabase.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+#include <sqlite3.h>
+
+namespace {
+
+Store storeNamed(const QString& name) {
+    Store store;
+    store.locadoraName = name;
+    store.films = {Film{"F1", "Cinema Paradiso", "Drama", 1, 500, 1, std::nullopt, std::nullopt,
+                        QStringLiteral("Linha um\nLinha dois — ação")}};
+    store.rentals = {Rental{"R1", "F1", "C1", Instant{700000000.25}, Instant{700259200.25}, std::nullopt, 500, 200}};
+    return store;
+}
+
+// Direct SQL on the file, to look at both rows and to provoke failures.
+class RawConnection {
+public:
+    explicit RawConnection(const QString& path) { sqlite3_open(path.toUtf8().constData(), &db_); }
+    ~RawConnection() { sqlite3_close(db_); }
+    RawConnection(const RawConnection&) = delete;
+    RawConnection& operator=(const RawConnection&) = delete;
+
+    bool exec(const char* sql) { return sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) == SQLITE_OK; }
+
+    std::optional<QByteArray> payload(const char* table) {
+        sqlite3_stmt* statement = nullptr;
+        const QByteArray sql = QByteArray("SELECT payload FROM ") + table + " WHERE id=1";
+        sqlite3_prepare_v2(db_, sql.constData(), -1, &statement, nullptr);
+        std::optional<QByteArray> result;
+        if (sqlite3_step(statement) == SQLITE_ROW)
+            result = QByteArray(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
+        sqlite3_finalize(statement);
+        return result;
+    }
+
+private:
+    sqlite3* db_ = nullptr;
+};
+
+QString failureOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const FilmCSVError& error) {
+        return error.description();
+    }
+    return {};
+}
+
+} // namespace
+
+class TestLocalDatabase : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir dir;
+    QString path() const { return dir.filePath("cinefita.sqlite"); }
+    QByteArray fileBytes() const {
+        QFile file(path());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+private slots:
+    void init() { QFile::remove(path()); }
+
+    void newFileLoadsNothing() {
+        LocalDatabase database(path());
+        QVERIFY(!database.load());
+        QVERIFY(QFile::exists(path()));
+    }
+
+    void savesKeepThePreviousDocument() {
+        {
+            LocalDatabase database(path());
+            database.save(storeNamed("Primeira"));
+            RawConnection raw(path());
+            QVERIFY(!raw.payload("previous_state"));
+            database.save(storeNamed("Segunda"));
+        }
+        RawConnection raw(path());
+        QCOMPARE(raw.payload("previous_state"), encodeStore(storeNamed("Primeira")));
+        QCOMPARE(raw.payload("state"), encodeStore(storeNamed("Segunda")));
+        LocalDatabase reopened(path());
+        QCOMPARE(reopened.load(), std::optional(storeNamed("Segunda")));
+    }
+
+    void failedSaveRollsBackBothRows() {
+        LocalDatabase database(path());
+        database.save(storeNamed("Primeira"));
+        database.save(storeNamed("Segunda"));
+        {
+            RawConnection raw(path());
+            QVERIFY(raw.exec("CREATE TRIGGER refuse BEFORE INSERT ON state BEGIN SELECT RAISE(ABORT, 'no'); END;"));
+        }
+        QCOMPARE(failureOf([&] { database.save(storeNamed("Terceira")); }), QString("Falha ao gravar os dados."));
+        RawConnection raw(path());
+        QCOMPARE(raw.payload("previous_state"), encodeStore(storeNamed("Primeira")));
+        QCOMPARE(raw.payload("state"), encodeStore(storeNamed("Segunda")));
+        // The connection is usable again: no transaction was left open.
+        QVERIFY(raw.exec("DROP TRIGGER refuse;"));
+        database.save(storeNamed("Quarta"));
+        QCOMPARE(database.load()->locadoraName, std::optional<QString>("Quarta"));
+    }
+
+    void lockedDatabaseFailsAfterWaiting() {
+        LocalDatabase database(path());
+        database.save(storeNamed("Primeira"));
+        RawConnection other(path());
+        QVERIFY(other.exec("BEGIN IMMEDIATE;"));
+        QElapsedTimer waited;
+        waited.start();
+        QCOMPARE(failureOf([&] { database.save(storeNamed("Segunda")); }),
+                 QString("Falha no banco local: database is locked"));
+        QVERIFY(waited.elapsed() >= 4000);
+        QVERIFY(other.exec("ROLLBACK;"));
+        QCOMPARE(other.payload("state"), encodeStore(storeNamed("Primeira")));
+        QVERIFY(!other.payload("previous_state"));
+    }
+
+    void unreadableRows_data() {
+        QTest::addColumn<QByteArray>("sql");
+        QTest::addColumn<bool>("jsonError");
+        const QByteArray schema = LocalDatabase::schema;
+        QTest::newRow("payload not JSON") << schema + "INSERT INTO state VALUES(1,'{oops');" << true;
+        QTest::newRow("payload not a store") << schema + "INSERT INTO state VALUES(1,'{\"films\":[]}');" << true;
+        QTest::newRow("payload a blob") << schema + "INSERT INTO state VALUES(1,x'00');" << true;
+        // A table made by hand without NOT NULL: the schema script leaves it as it is.
+        QTest::newRow("payload null") << QByteArray("CREATE TABLE state (id INTEGER PRIMARY KEY, payload TEXT);"
+                                                    "INSERT INTO state VALUES(1,NULL);")
+                                      << false;
+    }
+    void unreadableRows() {
+        QFETCH(QByteArray, sql);
+        QFETCH(bool, jsonError);
+        {
+            RawConnection raw(path());
+            QVERIFY(raw.exec(sql.constData()));
+        }
+        LocalDatabase database(path());
+        const QByteArray fileBefore = fileBytes();
+        try {
+            database.load();
+            QFAIL("an unreadable row was accepted");
+        } catch (const StoreJSONError&) {
+            QVERIFY(jsonError);
+        } catch (const FilmCSVError& error) {
+            QVERIFY(!jsonError);
+            QCOMPARE(error.description(), QString("Banco local inválido."));
+        }
+        QCOMPARE(fileBytes(), fileBefore);
+    }
+
+    void missingFolderCannotBeOpened() {
+        QCOMPARE(failureOf([&] { LocalDatabase(dir.filePath("no/such/folder/cinefita.sqlite")); }),
+                 QString("Não foi possível abrir o banco local."));
+    }
+
+    void notADatabaseFailsOnTheSchema() {
+        QFile file(path());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray(4096, 'x'));
+        file.close();
+        QVERIFY(failureOf([&] { LocalDatabase database(path()); }).startsWith("Falha no banco local: "));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestLocalDatabase)
+#include "test_localdatabase.moc"
