@@ -63,6 +63,18 @@ void JSONWriter::string(const QString& value) {
     const char16_t* s = reinterpret_cast<const char16_t*>(value.utf16());
     const qsizetype n = value.size();
     for (qsizetype i = 0; i < n; ++i) {
+        // Most text is plain ASCII: copy such runs in one go.
+        qsizetype run = i;
+        while (run < n && s[run] >= 0x20 && s[run] < 0x80 && s[run] != '"' && s[run] != '\\')
+            ++run;
+        if (run > i) {
+            const size_t at = out_.size();
+            out_.resize(at + size_t(run - i));
+            for (qsizetype k = i; k < run; ++k)
+                out_[at + size_t(k - i)] = char(s[k]);
+            i = run - 1;
+            continue;
+        }
         const char32_t c = s[i];
         if (c < 0x80) {
             if (c == '"' || c == '\\') {
