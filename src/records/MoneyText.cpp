@@ -16,7 +16,7 @@ bool isAsciiDigit(QChar c) {
 // read up to the first odd character. An operator who typed more than a number
 // meant something this reading cannot know.
 std::optional<qint64> cents(const QString& text) {
-    // Spaces and tabs only: a line break inside a field is not a typing slip.
+    // Only spaces and tabs are trimmed; a line break leaves the text unreadable.
     qsizetype begin = 0;
     qsizetype end = text.size();
     while (begin < end && (text[begin] == u' ' || text[begin] == u'\t'))

@@ -12,20 +12,16 @@ private slots:
         QTest::addColumn<qint64>("maximum");
         QTest::addColumn<int>("blocks");
 
-        constexpr qint64 most = std::numeric_limits<qint64>::max();
         QTest::newRow("nothing") << qint64(0) << qint64(10) << 0;
         QTest::newRow("no maximum") << qint64(5) << qint64(0) << 0;
-        QTest::newRow("full") << qint64(10) << qint64(10) << 16;
         QTest::newRow("half") << qint64(5) << qint64(10) << 8;
         QTest::newRow("0.5 goes up") << qint64(1) << qint64(32) << 1;
         QTest::newRow("1.5 goes up") << qint64(3) << qint64(32) << 2;
         QTest::newRow("2.5 goes up") << qint64(5) << qint64(32) << 3;
-        QTest::newRow("just under half") << qint64(7) << qint64(64) << 2; // 1.75
         QTest::newRow("tiny still shows") << qint64(1) << qint64(1000) << 1;
         QTest::newRow("above maximum") << qint64(20) << qint64(10) << 16;
         QTest::newRow("negative value") << qint64(-5) << qint64(10) << 1;
-        QTest::newRow("huge ratio") << most << qint64(1) << 16;
-        QTest::newRow("huge negative ratio") << std::numeric_limits<qint64>::min() << qint64(1) << 1;
+        QTest::newRow("huge ratio") << std::numeric_limits<qint64>::max() << qint64(1) << 16;
     }
     void reportGraph() {
         QFETCH(qint64, value);

@@ -10,10 +10,9 @@ QList<Film> films(const QStringList& specs) {
     QList<Film> list;
     for (const QString& spec : specs) {
         const QStringList parts = spec.split(u'#');
-        Film film{.id = QString::number(list.size()), .title = parts[0]};
+        list.append({.id = QString::number(list.size()), .title = parts[0]});
         if (parts.size() > 1)
-            film.code = parts[1].toLongLong();
-        list.append(film);
+            list.last().code = parts[1].toLongLong();
     }
     return list;
 }
@@ -40,11 +39,8 @@ private slots:
             << QStringList{"Ética", "avatar", "Árvore", "Zorro"} << true << QStringList{"2", "1", "0", "3"};
         QTest::newRow("folded equal falls to code")
             << QStringList{"acao#2", "Aventura#1", "Ação#1", "ACAO#3"} << true << QStringList{"2", "0", "3", "1"};
-        QTest::newRow("same title by code") << QStringList{"Matrix#5", "Matrix#3"} << true << QStringList{"1", "0"};
         QTest::newRow("equal by both keys stays")
             << QStringList{"matrix", "Matrix#0", "MATRIX"} << true << QStringList{"0", "1", "2"};
-        QTest::newRow("c cedilla with c")
-            << QStringList{"Cidade", "Coração", "Corda", "Casa"} << true << QStringList{"3", "0", "1", "2"};
         QTest::newRow("code alone") << QStringList{"A#3", "B", "C#1", "D#-2", "E#0"} << false
                                     << QStringList{"3", "1", "4", "2", "0"};
     }
@@ -57,16 +53,8 @@ private slots:
 
     void orderedCustomers() {
         const QList<Customer> customers = {{.id = "a", .name = "Érica", .code = 2},
-                                           {.id = "b", .name = "erica", .code = 1},
-                                           {.id = "c", .name = "Bruno", .code = 3}};
-        QList<QString> names;
-        for (const Customer& customer : ::orderedCustomers(customers, true))
-            names.append(customer.id);
-        QCOMPARE(names, (QStringList{"c", "b", "a"}));
-        names.clear();
-        for (const Customer& customer : ::orderedCustomers(customers, false))
-            names.append(customer.id);
-        QCOMPARE(names, (QStringList{"b", "a", "c"}));
+                                           {.id = "b", .name = "erica", .code = 1}};
+        QCOMPARE(::orderedCustomers(customers, true).first().id, "b");
     }
 
     void matches_data() {
@@ -76,22 +64,16 @@ private slots:
 
         QTest::newRow("accented query") << "Ação Total"
                                         << "ação" << true;
-        QTest::newRow("plain query") << "Ação Total"
-                                     << "ACAO" << true;
-        QTest::newRow("inside") << "O Poderoso Chefão"
-                                << "chefao" << true;
+        QTest::newRow("upper-case query") << "O Poderoso Chefão"
+                                          << "CHEFAO" << true;
         QTest::newRow("decomposed text") << "Corac\u0327a\u0303o"
                                          << "coração" << true;
         QTest::newRow("not contiguous") << "Ação Total"
                                         << "acaototal" << false;
-        QTest::newRow("absent") << "Ação Total"
-                                << "drama" << false;
         QTest::newRow("empty query") << "Ação Total"
                                      << "" << false;
         QTest::newRow("only an accent") << "Ação Total"
                                         << "\u0301" << false;
-        QTest::newRow("empty text") << ""
-                                    << "a" << false;
     }
     void matches() {
         QFETCH(QString, text);
@@ -102,42 +84,30 @@ private slots:
 
     void matchingFilms_data() {
         QTest::addColumn<QString>("query");
-        QTest::addColumn<QStringList>("expected"); // ids
+        QTest::addColumn<QStringList>("expected"); // ids of "Apollo 12#7", "Tubarão#12", "Doze#3", "Sem código"
 
-        // films: "Apollo 12#7", "Tubarão#12", "Doze Homens#3", "Sem código"
-        QTest::newRow("empty keeps all") << "" << QStringList{"0", "1", "2", "3"};
         QTest::newRow("blank keeps all") << " \t\n" << QStringList{"0", "1", "2", "3"};
         QTest::newRow("digits: code or title") << "12" << QStringList{"0", "1"};
-        QTest::newRow("padded code") << "0007" << QStringList{"0"};
-        QTest::newRow("trimmed code") << " 3\n" << QStringList{"2"};
+        QTest::newRow("padded, trimmed code") << " 0007\n" << QStringList{"0"};
         QTest::newRow("zero is no code") << "0" << QStringList{};
         QTest::newRow("typed code is title search") << "COD-0007" << QStringList{};
-        QTest::newRow("accent-blind title") << "TUBARAO" << QStringList{"1"};
         QTest::newRow("too many digits") << "99999999999999999999" << QStringList{};
     }
     void matchingFilms() {
         QFETCH(QString, query);
         QFETCH(QStringList, expected);
-        const QList<Film> list = films({"Apollo 12#7", "Tubarão#12", "Doze Homens#3", "Sem código"});
-        QCOMPARE(ids(::matchingFilms(list, query)), expected);
-    }
-
-    void genreKey() {
-        QCOMPARE(::genreKey("  Ficção Científica \n"), "ficcao cientifica");
-        QCOMPARE(::genreKey("SUPER-HERÓIS"), "super-herois");
+        QCOMPARE(ids(::matchingFilms(films({"Apollo 12#7", "Tubarão#12", "Doze#3", "Sem código"}), query)), expected);
     }
 
     void genreParts_data() {
         QTest::addColumn<QString>("genre");
         QTest::addColumn<QStringList>("expected");
 
-        QTest::newRow("standard spelling and duplicates")
+        QTest::newRow("standard spelling, duplicates")
             << "acao, Drama,  ACAO ,Cult" << QStringList{"Ação", "Drama", "Cult"};
         QTest::newRow("same genre twice") << "Comedia,comédia" << QStringList{"Comédia"};
-        QTest::newRow("empty") << "" << QStringList{};
         QTest::newRow("empty pieces") << " , ,Terror," << QStringList{"Terror"};
-        QTest::newRow("other genre kept as typed") << " cult , CULT" << QStringList{"cult"};
-        QTest::newRow("two words") << "ficcao CIENTIFICA" << QStringList{"Ficção científica"};
+        QTest::newRow("two words") << "  ficcao CIENTÍFICA " << QStringList{"Ficção científica"};
     }
     void genreParts() {
         QFETCH(QString, genre);
@@ -146,14 +116,10 @@ private slots:
     }
 
     void standardGenres() {
-        const QStringList& genres = ::standardGenres();
-        QCOMPARE(genres.size(), 19);
-        QCOMPARE(genres.first(), "Ação");
-        QCOMPARE(genres[4], "Ficção científica");
-        QCOMPARE(genres[15], "Super-heróis");
-        QCOMPARE(genres.last(), "Espionagem");
-        for (const QString& genre : genres)
-            QCOMPARE(::genreParts(genre), QStringList{genre});
+        QCOMPARE(::standardGenres().size(), 19);
+        QCOMPARE(::standardGenres().first(), "Ação");
+        QCOMPARE(::standardGenres().last(), "Espionagem");
+        QCOMPARE(genreKey("  Ficção Científica \n"), "ficcao cientifica");
     }
 
     void activeRecords() {
@@ -161,11 +127,10 @@ private slots:
         store.films = films({"A", "B", "C"});
         store.films[0].deleted = true;
         store.films[2].deleted = false;
-        store.customers = {{.id = "x", .name = "X"}, {.id = "y", .name = "Y", .deleted = true}};
+        store.customers = {{.id = "x"}, {.id = "y", .deleted = true}};
         QCOMPARE(ids(activeFilms(store)), (QStringList{"1", "2"}));
         QCOMPARE(activeCustomers(store).size(), 1);
         QCOMPARE(activeCustomers(store).first().id, "x");
-        QCOMPARE(store.films.size(), 3);
     }
 };
 
