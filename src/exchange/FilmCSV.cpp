@@ -42,7 +42,7 @@ QChar chosenDelimiter(const QString& text) {
     return commas > semicolons ? QChar(u',') : QChar(u';');
 }
 
-// Swift-like Int(text): optional sign, then ASCII digits only, no overflow.
+// A plain decimal integer: optional sign, then ASCII digits only; absent on overflow.
 std::optional<qint64> decimalInteger(const QString& text) {
     qsizetype i = 0;
     bool negative = false;

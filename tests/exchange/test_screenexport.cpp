@@ -101,8 +101,6 @@ private slots:
         QCOMPARE(decodeStore(text.toUtf8()), store);
         QVERIFY(text.contains(u'\n'));
         QVERIFY(text.indexOf(QStringLiteral("\"customers\"")) < text.indexOf(QStringLiteral("\"entries\"")));
-        QVERIFY(text.indexOf(QStringLiteral("\"entries\"")) < text.indexOf(QStringLiteral("\"films\"")));
-        QVERIFY(text.indexOf(QStringLiteral("\"films\"")) < text.indexOf(QStringLiteral("\"locadoraName\"")));
     }
 
     void namesAndStatus() {
