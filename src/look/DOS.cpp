@@ -68,9 +68,10 @@ QFont font(qreal size) {
     const Registration& state = registration();
     if (!state.family.isEmpty()) {
         QFont pixel(state.family);
-        // Whole pixels keep the font's square dots on the screen grid.
+        // Whole pixels and no antialiasing keep the font's square dots hard-edged.
         pixel.setPixelSize(qMax(1, qRound(size * 1.45)));
         pixel.setStyleHint(QFont::TypeWriter);
+        pixel.setStyleStrategy(QFont::NoAntialias);
         pixel.setWeight(QFont::Normal);
         return pixel;
     }

@@ -1,6 +1,7 @@
 #include "look/DOSField.h"
 
 #include "look/DOS.h"
+#include "look/DOSCaret.h"
 #include "look/DOSStyle.h"
 
 #include <QEvent>
@@ -11,6 +12,7 @@ DOSField::DOSField(QWidget* parent) : DOSField(QString(), parent) {}
 DOSField::DOSField(const QString& text, QWidget* parent) : QLineEdit(text, parent) {
     setFrame(false);
     setAttribute(Qt::WA_MacShowFocusRect, false);
+    m_caret = new DOSCaret(this);
     QPalette palette = DOSStyle::dosPalette();
     palette.setColor(QPalette::Base, DOS::ink());
     setPalette(palette);
@@ -41,10 +43,11 @@ void DOSField::changeEvent(QEvent* event) {
 
 void DOSField::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
-    if (!m_drawsDOSBorder)
-        return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing, false);
+    m_caret->paint(painter);
+    if (!m_drawsDOSBorder)
+        return;
     painter.setPen(QPen(DOS::border(), 1));
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(rect().adjusted(0, 0, -1, -1));

@@ -2,6 +2,8 @@
 
 #include <QLineEdit>
 
+class DOSCaret;
+
 // A single-line text field with hard-edged (not antialiased) pixel text, green on
 // the darkest ground, framed by a one-pixel line. The block caret comes from DOSStyle.
 class DOSField : public QLineEdit {
@@ -22,4 +24,5 @@ private:
     void keepHardEdges();
 
     bool m_drawsDOSBorder = true;
+    DOSCaret* m_caret = nullptr;
 };

@@ -1,6 +1,7 @@
 #include "look/DOSSearchField.h"
 
 #include "look/DOS.h"
+#include "look/DOSCaret.h"
 #include "look/DOSStyle.h"
 
 #include <QPainter>
@@ -15,6 +16,7 @@ DOSSearchField::DOSSearchField(QWidget* parent) : QLineEdit(parent) {
     setFont(DOS::font(16));
     setFrame(false);
     setAttribute(Qt::WA_MacShowFocusRect, false);
+    m_caret = new DOSCaret(this);
     QPalette palette = DOSStyle::dosPalette();
     palette.setColor(QPalette::Base, DOS::ink());
     setPalette(palette);
@@ -29,6 +31,7 @@ void DOSSearchField::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing, false);
+    m_caret->paint(painter);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(DOS::border(), 1));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));

@@ -2,6 +2,8 @@
 
 #include <QLineEdit>
 
+class DOSCaret;
+
 // A search field drawn as a text-mode cell: dark ground, one-pixel frame and a
 // magnifier on the left; the text starts 30 pixels in.
 class DOSSearchField : public QLineEdit {
@@ -14,4 +16,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    DOSCaret* m_caret = nullptr;
 };

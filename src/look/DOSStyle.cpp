@@ -1,8 +1,10 @@
 #include "look/DOSStyle.h"
 
 #include "look/DOS.h"
+#include "look/DOSCaret.h"
 
 #include <QStyleFactory>
+#include <QWidget>
 
 DOSStyle::DOSStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 
@@ -38,8 +40,12 @@ QPalette DOSStyle::dosPalette() {
 }
 
 int DOSStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
-    if (metric == PM_TextCursorWidth)
-        return 3; // a block caret, as on a text terminal
+    if (metric == PM_TextCursorWidth) {
+        // A block caret, as on a text terminal; fields with a DOSCaret draw it themselves.
+        if (widget && widget->property(DOSCaret::propertyName()).toBool())
+            return 0;
+        return DOSCaret::width;
+    }
     return QProxyStyle::pixelMetric(metric, option, widget);
 }
 

@@ -48,10 +48,20 @@ void TapeLogo::paintEvent(QPaintEvent*) {
         return QRectF(ox + x * u, oy + (gridHeight - y - h) * u, w * u, h * u);
     };
 
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(DOS::text(), u, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-    for (const Outline& outline : outlines)
-        painter.drawRect(box(outline.x, outline.y, outline.w, outline.h));
+    // Outlines are stroked with width u centred on the rectangle's edges, as bands of
+    // whole pixels so that every line comes out equally thick.
+    const int thickness = qMax(1, qRound(u));
+    const auto band = [&](qreal centre) { return qRound(centre - u / 2); };
+    for (const Outline& outline : outlines) {
+        const QRectF r = box(outline.x, outline.y, outline.w, outline.h);
+        const int left = band(r.left()), right = band(r.right());
+        const int top = band(r.top()), bottom = band(r.bottom());
+        const int w = right - left + thickness, h = bottom - top + thickness;
+        painter.fillRect(QRect(left, top, w, thickness), DOS::text());
+        painter.fillRect(QRect(left, bottom, w, thickness), DOS::text());
+        painter.fillRect(QRect(left, top, thickness, h), DOS::text());
+        painter.fillRect(QRect(right, top, thickness, h), DOS::text());
+    }
 
     for (int r = 0; r < int(reelPattern.size()); ++r) {
         for (int c = 0; c < 6; ++c) {
