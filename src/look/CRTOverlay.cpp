@@ -10,7 +10,9 @@ CRTOverlay::CRTOverlay(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::NoFocus);
 }
 
-QColor CRTOverlay::lineColor() { return QColor::fromRgbF(0, 0, 0, 0.12f); }
+QColor CRTOverlay::lineColor() {
+    return QColor::fromRgbF(0, 0, 0, 0.12f);
+}
 
 void CRTOverlay::paintEvent(QPaintEvent* event) {
     QPainter painter(this);

@@ -53,16 +53,24 @@ QColor ink() {
     return colour;
 }
 
-QColor yellow() { return phosphor(); }
+QColor yellow() {
+    return phosphor();
+}
 
 QColor border() {
     static const QColor colour = QColor::fromRgbF(0.09f, 0.42f, 0.2f);
     return colour;
 }
 
-QColor text() { return phosphor(); }
-QColor shortcut() { return phosphor(); }
-QColor selection() { return phosphor(); }
+QColor text() {
+    return phosphor();
+}
+QColor shortcut() {
+    return phosphor();
+}
+QColor selection() {
+    return phosphor();
+}
 
 QFont font(qreal size) {
     const Registration& state = registration();
@@ -98,7 +106,9 @@ void registerFont() {
         state.family = families.first();
 }
 
-bool fontRegistered() { return !registration().family.isEmpty(); }
+bool fontRegistered() {
+    return !registration().family.isEmpty();
+}
 
 QString fontFile() {
     const Registration& state = registration();

@@ -10,10 +10,10 @@
 // dialog icon. Views take their colours and fonts from here and nowhere else.
 namespace DOS {
 
-QColor blue();   // near-black navy: panels, rows, ordinary buttons
-QColor ink();    // darkest ground: pop-ups, search field, headers, action buttons
-QColor yellow(); // the phosphor green (the name is historical)
-QColor border(); // frames, grid lines, dim elements
+QColor blue();      // near-black navy: panels, rows, ordinary buttons
+QColor ink();       // darkest ground: pop-ups, search field, headers, action buttons
+QColor yellow();    // the phosphor green (the name is historical)
+QColor border();    // frames, grid lines, dim elements
 QColor text();      // same value as yellow()
 QColor shortcut();  // same value as yellow()
 QColor selection(); // same value as yellow()

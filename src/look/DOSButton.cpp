@@ -5,8 +5,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 
-DOSButton::DOSButton(const QString& title, QWidget* parent)
-    : QPushButton(title, parent), m_normalColor(DOS::blue()) {
+DOSButton::DOSButton(const QString& title, QWidget* parent) : QPushButton(title, parent), m_normalColor(DOS::blue()) {
     setFont(DOS::font(14));
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_MacShowFocusRect, false);
@@ -37,7 +36,9 @@ void DOSButton::setOn(bool on) {
     update();
 }
 
-bool DOSButton::isActive() const { return m_on || isDown(); }
+bool DOSButton::isActive() const {
+    return m_on || isDown();
+}
 
 QRectF DOSButton::titleRect(const QRectF& frame, const QSizeF& title, bool centred) {
     const qreal x = centred ? frame.center().x() - title.width() / 2 : frame.left() + 10;
@@ -69,7 +70,9 @@ QSize DOSButton::sizeHint() const {
     return QSize(metrics.horizontalAdvance(text()) + 24, 34);
 }
 
-QSize DOSButton::minimumSizeHint() const { return QSize(20, 20); }
+QSize DOSButton::minimumSizeHint() const {
+    return QSize(20, 20);
+}
 
 void DOSButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);

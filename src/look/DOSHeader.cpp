@@ -23,8 +23,8 @@ void DOSHeader::paintEvent(QPaintEvent* event) {
             continue;
         const int position = sectionViewportPosition(logical);
         const int size = sectionSize(logical);
-        const QRect section = horizontal ? QRect(position, 0, size, viewport()->height())
-                                         : QRect(0, position, viewport()->width(), size);
+        const QRect section =
+            horizontal ? QRect(position, 0, size, viewport()->height()) : QRect(0, position, viewport()->width(), size);
         if (section.intersects(event->rect()))
             paintSection(&painter, section, logical);
     }

@@ -29,7 +29,9 @@ QSize DOSPopup::sizeHint() const {
     return QSize(widest + 20 + 30, metrics.height() + 10);
 }
 
-QSize DOSPopup::minimumSizeHint() const { return QSize(60, QFontMetrics(font()).height() + 10); }
+QSize DOSPopup::minimumSizeHint() const {
+    return QSize(60, QFontMetrics(font()).height() + 10);
+}
 
 void DOSPopup::paintEvent(QPaintEvent*) {
     QPainter painter(this);
@@ -47,7 +49,8 @@ void DOSPopup::paintEvent(QPaintEvent*) {
     // 10 wide, 6 high, its point 15 from the right edge.
     const int right = frame.width();
     const int middle = frame.height() / 2;
-    const QPolygon arrow({QPoint(right - 20, middle - 3), QPoint(right - 10, middle - 3), QPoint(right - 15, middle + 3)});
+    const QPolygon arrow(
+        {QPoint(right - 20, middle - 3), QPoint(right - 10, middle - 3), QPoint(right - 15, middle + 3)});
     painter.setPen(Qt::NoPen);
     painter.setBrush(DOS::text());
     painter.drawPolygon(arrow);

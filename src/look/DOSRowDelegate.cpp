@@ -10,9 +10,13 @@ constexpr int labelInset = 6;
 
 DOSRowDelegate::DOSRowDelegate(QObject* parent) : QStyledItemDelegate(parent) {}
 
-QColor DOSRowDelegate::backgroundColor(bool selected) { return selected ? DOS::selection() : DOS::blue(); }
+QColor DOSRowDelegate::backgroundColor(bool selected) {
+    return selected ? DOS::selection() : DOS::blue();
+}
 
-QColor DOSRowDelegate::labelColor(bool selected) { return selected ? QColor(Qt::black) : DOS::text(); }
+QColor DOSRowDelegate::labelColor(bool selected) {
+    return selected ? QColor(Qt::black) : DOS::text();
+}
 
 void DOSRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
     const bool selected = option.state & QStyle::State_Selected;

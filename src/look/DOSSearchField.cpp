@@ -23,7 +23,9 @@ DOSSearchField::DOSSearchField(QWidget* parent) : QLineEdit(parent) {
     setTextMargins(textInset - lineEditMargin, 2, textInset - lineEditMargin, 2);
 }
 
-QSize DOSSearchField::sizeHint() const { return QSize(QLineEdit::sizeHint().width(), 32); }
+QSize DOSSearchField::sizeHint() const {
+    return QSize(QLineEdit::sizeHint().width(), 32);
+}
 
 void DOSSearchField::paintEvent(QPaintEvent* event) {
     // The line edit fills the ground and draws text, selection and caret; the frame

@@ -4,7 +4,7 @@
 
 // Application-wide part of the look: the DOS palette for every standard widget,
 // a 3-pixel block text cursor, no focus rectangles, grid lines in the frame
-// colour and no animations. Built on Fusion so it draws the same on any desktop.
+// colour, flat scroll bars and no animations. Built on Fusion so it draws the same on any desktop.
 class DOSStyle : public QProxyStyle {
     Q_OBJECT
 
@@ -19,6 +19,8 @@ public:
                   QStyleHintReturn* returnData = nullptr) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget = nullptr) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget = nullptr) const override;
     QPalette standardPalette() const override;
     void polish(QPalette& palette) override;
     using QProxyStyle::polish;

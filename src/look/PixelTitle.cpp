@@ -24,7 +24,9 @@ PixelTitle::PixelTitle(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
-QString PixelTitle::word() { return QStringLiteral("CINEFITA"); }
+QString PixelTitle::word() {
+    return QStringLiteral("CINEFITA");
+}
 
 const PixelTitle::Glyph& PixelTitle::glyph(QChar letter) {
     switch (letter.unicode()) {

@@ -22,7 +22,9 @@ int fail(const char* message) {
     return 1;
 }
 
-bool bright(QRgb pixel) { return qRed(pixel) + qGreen(pixel) + qBlue(pixel) >= 3 * 0.75 * 255; }
+bool bright(QRgb pixel) {
+    return qRed(pixel) + qGreen(pixel) + qBlue(pixel) >= 3 * 0.75 * 255;
+}
 
 int check() {
     DOS::registerFont();

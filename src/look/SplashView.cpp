@@ -54,7 +54,9 @@ SplashView::SplashView(QWidget* parent)
     connect(m_enter, &QPushButton::clicked, this, &SplashView::entered);
 }
 
-QString SplashView::tagline() { return QStringLiteral("SUA COLEÇÃO VHS • LOCADORA VIRTUAL"); }
+QString SplashView::tagline() {
+    return QStringLiteral("SUA COLEÇÃO VHS • LOCADORA VIRTUAL");
+}
 
 QString SplashView::notice() {
     return QStringLiteral("CINEFITA VERSÃO 3.0 • (C) COPYRIGHT 1994 • TODOS OS DIREITOS RESERVADOS");

@@ -31,9 +31,13 @@ TapeLogo::TapeLogo(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-const TapeLogo::Reel& TapeLogo::reel() { return reelPattern; }
+const TapeLogo::Reel& TapeLogo::reel() {
+    return reelPattern;
+}
 
-qreal TapeLogo::unit(const QSize& size) { return qMin(size.width() / gridWidth, size.height() / gridHeight); }
+qreal TapeLogo::unit(const QSize& size) {
+    return qMin(size.width() / gridWidth, size.height() / gridHeight);
+}
 
 void TapeLogo::paintEvent(QPaintEvent*) {
     const qreal u = unit(size());
@@ -51,7 +55,9 @@ void TapeLogo::paintEvent(QPaintEvent*) {
     // Outlines are stroked with width u centred on the rectangle's edges, as bands of
     // whole pixels so that every line comes out equally thick.
     const int thickness = qMax(1, qRound(u));
-    const auto band = [&](qreal centre) { return qRound(centre - u / 2); };
+    const auto band = [&](qreal centre) {
+        return qRound(centre - u / 2);
+    };
     for (const Outline& outline : outlines) {
         const QRectF r = box(outline.x, outline.y, outline.w, outline.h);
         const int left = band(r.left()), right = band(r.right());

@@ -24,8 +24,12 @@ inline int count(const QImage& image, const QRect& area, QRgb colour) {
     return found;
 }
 
-inline int count(const QImage& image, QRgb colour) { return count(image, image.rect(), colour); }
+inline int count(const QImage& image, QRgb colour) {
+    return count(image, image.rect(), colour);
+}
 
-inline QRgb rgb(const QColor& colour) { return colour.rgba(); }
+inline QRgb rgb(const QColor& colour) {
+    return colour.rgba();
+}
 
 } // namespace render

@@ -218,7 +218,9 @@ void TestControls::blockCaret() {
     const auto caretColumns = [](QWidget& widget, QRgb colour) {
         widget.show();
         widget.activateWindow();
-        [&] { QVERIFY(QTest::qWaitForWindowActive(&widget)); }();
+        [&] {
+            QVERIFY(QTest::qWaitForWindowActive(&widget));
+        }();
         widget.setFocus();
         const QImage image = widget.grab().toImage().convertToFormat(QImage::Format_ARGB32);
         widget.hide();
@@ -271,7 +273,9 @@ void TestControls::selectedRowTurnsLabelsBlack() {
     table.setColumnWidth(0, 150);
     table.setColumnWidth(1, 150);
     const QRect row1(2, table.rowViewportPosition(1) + 1, 290, 32);
-    const auto rowImage = [&] { return table.viewport()->grab().toImage().convertToFormat(QImage::Format_ARGB32); };
+    const auto rowImage = [&] {
+        return table.viewport()->grab().toImage().convertToFormat(QImage::Format_ARGB32);
+    };
 
     table.selectRow(1);
     QImage image = rowImage();

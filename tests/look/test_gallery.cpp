@@ -115,8 +115,8 @@ void TestGallery::controls() {
     menu->setSpacing(3);
     auto* heading = menuButton("MENU PRINCIPAL", &screen);
     menu->addWidget(heading);
-    const QStringList titles{"[F1] CADASTRAR FITA", "[F2] CLIENTES", "[F3] ALUGAR", "[F4] LISTA DE FILMES",
-                             "[F5] LOCADOS", "[F6] RELATÓRIOS", "[F7] SUGESTÃO DA CASA"};
+    const QStringList titles{"[F1] CADASTRAR FITA", "[F2] CLIENTES",   "[F3] ALUGAR",          "[F4] LISTA DE FILMES",
+                             "[F5] LOCADOS",        "[F6] RELATÓRIOS", "[F7] SUGESTÃO DA CASA"};
     for (const QString& title : titles) {
         auto* button = menuButton(title, &screen);
         button->setOn(title == "[F3] ALUGAR");
@@ -161,7 +161,11 @@ void TestGallery::controls() {
     const QList<QStringList> films{{"COD-0001", "DE VOLTA PARA O FUTURO", "LOCADO"},
                                    {"COD-0002", "O EXTERMINADOR DO FUTURO", "ATENÇÃO: CLIENTE EM DÉBITO"},
                                    {"COD-0003", "OS CAÇA-FANTASMAS", "LOCADO"},
-                                   {"COD-0004", "CURTINDO A VIDA ADOIDADO", "LOCADO"}};
+                                   {"COD-0004", "CURTINDO A VIDA ADOIDADO", "LOCADO"},
+                                   {"COD-0005", "OS GOONIES", "LOCADO"},
+                                   {"COD-0006", "CONTATOS IMEDIATOS DO TERCEIRO GRAU", "LOCADO"},
+                                   {"COD-0007", "A HISTÓRIA SEM FIM", "ATENÇÃO: CLIENTE EM DÉBITO"},
+                                   {"COD-0008", "GREMLINS", "LOCADO"}};
     for (const QStringList& film : films) {
         QList<QStandardItem*> cells;
         for (const QString& text : film)

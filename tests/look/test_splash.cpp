@@ -32,10 +32,14 @@ private slots:
 };
 
 namespace {
-bool lit(const QImage& image, int x, int y) { return image.pixel(x, y) == rgb(DOS::text()); }
+bool lit(const QImage& image, int x, int y) {
+    return image.pixel(x, y) == rgb(DOS::text());
+}
 } // namespace
 
-void TestSplash::initTestCase() { DOS::registerFont(); }
+void TestSplash::initTestCase() {
+    DOS::registerFont();
+}
 
 void TestSplash::titlePixelSize_data() {
     QTest::addColumn<QSize>("size");
@@ -172,7 +176,9 @@ void TestSplash::splashLayout() {
     splash.resize(1260, 850);
     splash.show();
     QVERIFY(QTest::qWaitForWindowExposed(&splash));
-    const auto frame = [&](QWidget* widget) { return QRect(widget->mapTo(&splash, QPoint()), widget->size()); };
+    const auto frame = [&](QWidget* widget) {
+        return QRect(widget->mapTo(&splash, QPoint()), widget->size());
+    };
     const QRect logo = frame(splash.logo());
     const QRect title = frame(splash.title());
     const QRect enter = frame(splash.enterButton());
