@@ -76,10 +76,10 @@ QFont font(qreal size) {
     const Registration& state = registration();
     if (!state.family.isEmpty()) {
         QFont pixel(state.family);
-        // Whole pixels and no antialiasing keep the font's square dots hard-edged.
+        // Whole pixels keep the font's square dots on the screen grid. Antialiasing
+        // stays on: the font's thinnest details are under a pixel wide at most sizes.
         pixel.setPixelSize(qMax(1, qRound(size * 1.45)));
         pixel.setStyleHint(QFont::TypeWriter);
-        pixel.setStyleStrategy(QFont::NoAntialias);
         pixel.setWeight(QFont::Normal);
         return pixel;
     }

@@ -19,8 +19,8 @@ QColor shortcut();  // same value as yellow()
 QColor selection(); // same value as yellow()
 
 // Sizes are nominal and count in device-independent pixels. With the pixel font
-// registered the request is enlarged by 45 % (14 -> 20) and drawn without
-// antialiasing; without it the system's fixed-pitch font is used at the plain size.
+// registered the request is enlarged by 45 % (14 -> 20); without it the system's
+// fixed-pitch font is used at the plain size.
 QFont font(qreal size);
 
 // Registers the pixel font for this process: the embedded resource when present,

@@ -63,7 +63,6 @@ void TestDOS::fontSizes() {
     QFETCH(int, pixels);
     QVERIFY(DOS::fontRegistered());
     QCOMPARE(DOS::font(requested).pixelSize(), pixels);
-    QVERIFY(DOS::font(requested).styleStrategy() & QFont::NoAntialias);
 }
 
 void TestDOS::palette_data() {

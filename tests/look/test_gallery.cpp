@@ -165,7 +165,9 @@ void TestGallery::controls() {
                                    {"COD-0005", "OS GOONIES", "LOCADO"},
                                    {"COD-0006", "CONTATOS IMEDIATOS DO TERCEIRO GRAU", "LOCADO"},
                                    {"COD-0007", "A HISTÓRIA SEM FIM", "ATENÇÃO: CLIENTE EM DÉBITO"},
-                                   {"COD-0008", "GREMLINS", "LOCADO"}};
+                                   {"COD-0008", "GREMLINS", "LOCADO"},
+                                   {"COD-0009", "KARATÊ KID", "LOCADO"},
+                                   {"COD-0010", "ALIEN, O OITAVO PASSAGEIRO", "LOCADO"}};
     for (const QStringList& film : films) {
         QList<QStandardItem*> cells;
         for (const QString& text : film)
