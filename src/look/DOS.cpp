@@ -29,10 +29,10 @@ Registration& registration() {
 }
 
 QString chooseFontFile() {
+    // The embedded font wins; the variable serves builds run without it.
     if (QFile::exists(fontResource))
         return fontResource;
-    const QString fromEnvironment = qEnvironmentVariable("CINEFITA_FONT_PATH");
-    return fromEnvironment;
+    return qEnvironmentVariable("CINEFITA_FONT_PATH");
 }
 
 quint16 bigEndian16(const QByteArray& data, qsizetype offset) {
@@ -65,9 +65,11 @@ QColor border() {
 QColor text() {
     return phosphor();
 }
+
 QColor shortcut() {
     return phosphor();
 }
+
 QColor selection() {
     return phosphor();
 }

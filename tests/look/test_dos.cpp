@@ -20,7 +20,6 @@ private slots:
     void greenRolesShareOneValue();
     void threshold_data();
     void threshold();
-    void iconIsWhiteOnTransparent();
 };
 
 void TestDOS::fallbackFontBeforeRegistration() {
@@ -128,21 +127,6 @@ void TestDOS::threshold() {
     for (int k = 0; k < 4; ++k)
         QCOMPARE(target[k], expected);
     QCOMPARE(strokes.pixel(0, 0), 0u); // black stays transparent
-}
-
-void TestDOS::iconIsWhiteOnTransparent() {
-    const std::optional<QImage> icon = DOS::dialogIcon();
-    QVERIFY(icon.has_value());
-    QCOMPARE(icon->size(), QImage(":/VHS-reference.png").size());
-    int white = 0;
-    for (int y = 0; y < icon->height(); ++y)
-        for (int x = 0; x < icon->width(); ++x) {
-            const QRgb pixel = icon->pixel(x, y);
-            QVERIFY2(pixel == 0u || pixel == qRgba(255, 255, 255, 255), "a pixel in between");
-            white += pixel != 0u;
-        }
-    QVERIFY(white > 0);
-    QCOMPARE(icon->pixel(0, 0), 0u);
 }
 
 QTEST_MAIN(TestDOS)
