@@ -65,8 +65,8 @@ int main(int argc, char** argv) {
             sizes.append(QByteArray(argv[i]).toInt());
     }
     QTemporaryDir dir;
-    std::printf("%9s %12s %10s %10s %10s %10s %10s %7s %9s\n", "rentals", "bytes", "encode ms", "decode ms", "save ms",
-                "load ms", "floor ms", "ratio", "MB/s e+d");
+    std::printf("%9s %12s %10s %10s %10s %10s %10s %7s %9s %9s\n", "rentals", "bytes", "encode ms", "decode ms",
+                "save ms", "load ms", "floor ms", "ratio", "enc MB/s", "dec MB/s");
     for (int rentals : sizes) {
         const Store store = sampleStore(rentals);
         QByteArray json;
