@@ -4,6 +4,10 @@
 
 #include <QStringList>
 
+// Lower case without accents ("Ação" -> "acao"): the key every case- and
+// accent-blind comparison of the program uses.
+QString foldedKey(const QString& text);
+
 // Case- and accent-blind containment; an empty query matches nothing.
 bool matches(const QString& text, const QString& query);
 // Trimmed query; empty keeps all; a digits-only query also matches the code.
