@@ -1,8 +1,18 @@
 #include "Modes.h"
 
+#include "exchange/FileWriting.h"
+#include "print/PrintFiles.h"
+
+#include <QCoreApplication>
 #include <cstdio>
 
-int runPrintFixtures(int, char**, const char*) {
-    std::fputs("print fixtures not built yet\n", stderr);
-    return 1;
+int runPrintFixtures(int argc, char** argv, const char* outputDir) {
+    QCoreApplication application(argc, argv);
+    try {
+        writeSamplePages(QString::fromLocal8Bit(outputDir));
+    } catch (const FileError& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+    return 0;
 }

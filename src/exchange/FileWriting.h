@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <exception>
+
+// A folder or file operation failed; description() is ready to show and ends
+// with the system's own reason.
+class FileError : public std::exception {
+public:
+    explicit FileError(QString message) : message_(std::move(message)), utf8_(message_.toUtf8()) {}
+    const QString& description() const { return message_; }
+    const char* what() const noexcept override { return utf8_.constData(); }
+
+private:
+    QString message_;
+    QByteArray utf8_;
+};
+
+// Creates the folder and any missing parents; an existing folder is fine. Throws FileError.
+void createFolder(const QString& path);
+
+// Written aside and moved into place, replacing a file of the same name, so a
+// reader never sees half a file. Throws FileError.
+void writeFileAtomically(const QString& path, const QByteArray& bytes);
+
+// The whole file. Throws FileError.
+QByteArray readWholeFile(const QString& path);

@@ -1,0 +1,183 @@
+#include "exchange/FilmCSV.h"
+#include "records/FilmCSVError.h"
+
+#include <QtTest>
+
+using Rows = QList<QStringList>;
+
+namespace {
+
+const QString firstSample = QStringLiteral("\uFEFFCÓDIGO;FILME;ANO;GÊNERO;QUANT.;PREÇO (R$);SINOPSE\r\n"
+                                           "7;\"Filme; teste\";1994;\"Ação, Aventura\";2;5,50;\"Linha 1\nLinha 2 com "
+                                           "\"\"aspas\"\"\"\r\n");
+
+QString invalid(int record) {
+    return QStringLiteral("Registro %1: código duplicado ou valor inválido em código, quantidade, ano ou preço. Nenhum "
+                          "filme foi importado.")
+        .arg(record);
+}
+
+QString failureOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const FilmCSVError& error) {
+        return error.description();
+    }
+    return QStringLiteral("(no failure)");
+}
+
+} // namespace
+
+class TestFilmCSV : public QObject {
+    Q_OBJECT
+
+private slots:
+    void readsRows_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<Rows>("rows");
+        QTest::newRow("byte-order marks anywhere") << "\uFEFFa;b\n1;\uFEFF2" << Rows{{"a", "b"}, {"1", "2"}};
+        QTest::newRow("commas outnumber") << "a,b,c;d\n1,2;3" << Rows{{"a", "b", "c;d"}, {"1", "2;3"}};
+        QTest::newRow("tie chooses semicolon") << "a,b;c\n1,2;3" << Rows{{"a,b", "c"}, {"1,2", "3"}};
+        QTest::newRow("quoted commas not counted") << "\"a,b,c\";d\n1;2" << Rows{{"a,b,c", "d"}, {"1", "2"}};
+        QTest::newRow("quoted line breaks kept") << "a;\"x\r\ny\rz\"\r\n1;2" << Rows{{"a", "x\r\ny\rz"}, {"1", "2"}};
+        QTest::newRow("doubled quotes") << "\"say \"\"hi\"\"\";\"\"\"\"" << Rows{{"say \"hi\"", "\""}};
+        QTest::newRow("blanks after closing quote") << "\"abc\"  ;x" << Rows{{"abc", "x"}};
+        QTest::newRow("CR, LF and CR LF") << "a\rb\nc\r\nd" << Rows{{"a"}, {"b"}, {"c"}, {"d"}};
+        QTest::newRow("blank lines dropped") << "a;b\n\n ; \t\r\n\r\n1;2\n" << Rows{{"a", "b"}, {"1", "2"}};
+        QTest::newRow("fields not trimmed") << " a ;\tb " << Rows{{" a ", "\tb "}};
+        QTest::newRow("trailing delimiter") << "A;B;\n1;2;" << Rows{{"A", "B", ""}, {"1", "2", ""}};
+        QTest::newRow("empty quoted field last") << "x;\"\"" << Rows{{"x", ""}};
+    }
+    void readsRows() {
+        QFETCH(QString, text);
+        QFETCH(Rows, rows);
+        QCOMPARE(parseFilmCSV(text), rows);
+    }
+
+    void refuses_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("message");
+        const QString quotes = QStringLiteral("Aspas inválidas no CSV.");
+        QTest::newRow("quote inside field") << "FILME\nab\"c" << quotes;
+        QTest::newRow("blank before quote") << "FILME\n \"abc\"" << quotes;
+        QTest::newRow("quote after closed field") << "FILME\n\"abc\" \"" << quotes;
+        QTest::newRow("text after closing quote") << "FILME\n\"abc\"x"
+                                                  << "Texto inválido depois das aspas no CSV.";
+        QTest::newRow("unclosed at end") << "FILME\n\"open\nstill"
+                                         << "Há aspas sem fechamento no CSV.";
+        QTest::newRow("header only") << "FILME;ANO\n\n"
+                                     << "O CSV precisa de cabeçalho e pelo menos um filme.";
+        QTest::newRow("no title column") << "ANO;TITLE\n1999;A"
+                                         << "O CSV precisa da coluna FILME. Colunas opcionais: CÓDIGO, ANO, GÊNERO, "
+                                            "QUANT., PREÇO (R$), SINOPSE.";
+        QTest::newRow("column count") << "FILME;ANO\nA;1999\nB"
+                                      << "Registro 3: quantidade de colunas diferente do cabeçalho.";
+        QTest::newRow("empty title") << "ANO;Nome\n1999;A\n2000; \t"
+                                     << "Registro 3: informe o nome do filme.";
+        QTest::newRow("blank lines do not count") << "FILME;QUANT.\n\nBom;1\n;\n\nRuim;0" << invalid(3);
+        QTest::newRow("copies above limit") << "FILME;QUANT.\nA;100001" << invalid(2);
+        QTest::newRow("copies fraction") << "FILME;QUANT.\nA;\"2,5\"" << invalid(2);
+        QTest::newRow("year too early") << "FILME;ANO\nA;1887" << invalid(2);
+        QTest::newRow("year too late") << "FILME;ANO\nA;2101" << invalid(2);
+        QTest::newRow("year text") << "FILME;ANO\nA;abc" << invalid(2);
+        QTest::newRow("price text") << "FILME;PREÇO\nA;cinco" << invalid(2);
+        QTest::newRow("code zero") << "FILME;CÓDIGO\nA;0" << invalid(2);
+        QTest::newRow("code above limit") << "FILME;CÓDIGO\nA;1000000" << invalid(2);
+        QTest::newRow("code repeated in file") << "FILME;CÓDIGO\nA;5\nB;\nC;5" << invalid(4);
+    }
+    void refuses() {
+        QFETCH(QString, text);
+        QFETCH(QString, message);
+        QCOMPARE(failureOf([&] { importFilmsCSV(text, Store{}); }), message);
+    }
+
+    void importsFirstSample() {
+        const Store store = importFilmsCSV(firstSample, Store{});
+        QCOMPARE(store.films.size(), 1);
+        const Film& f = store.films.first();
+        QCOMPARE(f.code, 7);
+        QCOMPARE(f.title, QStringLiteral("Filme; teste"));
+        QCOMPARE(f.year, 1994);
+        QCOMPARE(f.genre, QStringLiteral("Ação, Aventura"));
+        QCOMPARE(f.copies, 2);
+        QCOMPARE(f.price, 550);
+        QCOMPARE(f.sinapse, QStringLiteral("Linha 1\nLinha 2 com \"aspas\""));
+        QCOMPARE(f.originalTitle, QString());
+        QCOMPARE(f.release, false);
+        QCOMPARE(f.id.size(), 36);
+
+        // Importing the same file again: code 7 is taken, and nothing is added.
+        QCOMPARE(failureOf([&] { importFilmsCSV(firstSample, store); }), invalid(2));
+    }
+
+    // Each record exercises one column; the summary is code|title|year|genre|copies|price|release|original|synopsis.
+    void readsColumns() {
+        const QString text =
+            QStringLiteral("Título;Code;Year;Genre;Quantidade;Price;Categoria;Original Title;Synopsis;Diretor\n"
+                           "A;COD-0012;;;;;;;;x\n"
+                           "B;0013;1888;\"comedia, Comédia, terror\";100000;R$ 12,90;Lançamento; Jaws ;\" s \n\";\n"
+                           "C;;2100;;1;0;ACERVO;;;");
+        QStringList summary;
+        for (const Film& f : importFilmsCSV(text, Store{}).films)
+            summary.append(QStringLiteral("%1|%2|%3|%4|%5|%6|%7|%8|%9")
+                               .arg(f.code.value_or(-1))
+                               .arg(f.title, f.year ? QString::number(*f.year) : QStringLiteral("-"), f.genre)
+                               .arg(f.copies)
+                               .arg(f.price)
+                               .arg(f.release.value_or(false))
+                               .arg(f.originalTitle.value_or("-"), f.sinapse.value_or("-")));
+        QCOMPARE(summary, (QStringList{"12|A|-||1|500|0||", "13|B|1888|Comédia, Terror|100000|1290|1|Jaws|s",
+                                       "14|C|2100||1|0|0||"}));
+        QCOMPARE(importFilmsCSV(QStringLiteral("FILME,GENERO\nTeste,\"Drama, Romance\""), Store{}).films.first().genre,
+                 QStringLiteral("Drama, Romance"));
+    }
+
+    // The store holds codes 1, 2 and 3; 3 belongs to a deleted film and still counts.
+    void assignsCodes_data() {
+        QTest::addColumn<QString>("codes");
+        QTest::addColumn<QList<qint64>>("assigned");
+        QTest::newRow("after an explicit code") << ";10;" << QList<qint64>{4, 10, 11};
+        QTest::newRow("lower explicit code keeps the higher next") << ";6;5;" << QList<qint64>{4, 6, 5, 7};
+    }
+    void assignsCodes() {
+        QFETCH(QString, codes);
+        QFETCH(QList<qint64>, assigned);
+        Store store;
+        for (const qint64 code : {1, 2, 3})
+            store.films.append(Film{QString::number(code), QStringLiteral("F"), QString(), 1, 500, code});
+        store.films.last().deleted = true;
+        store.locadoraName = QStringLiteral("Loja");
+        QString text = QStringLiteral("FILME;CODIGO");
+        for (const QString& code : codes.split(u';'))
+            text += QStringLiteral("\nF;") + code;
+        const Store result = importFilmsCSV(text, store);
+        QList<qint64> given;
+        for (const Film& f : result.films.mid(3))
+            given.append(f.code.value_or(-1));
+        QCOMPARE(given, assigned);
+        QCOMPARE(result.films.mid(0, 3), store.films);
+        QCOMPARE(result.locadoraName, store.locadoraName);
+    }
+
+    void decodesBytes_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("UTF-8") << QByteArray("A\xC3\xA7\xC3\xA3o;\xE2\x82\xAC") << QStringLiteral("Ação;€");
+        QTest::newRow("Windows-1252") << QByteArray("A\xE7\xE3o;\x80\x93x\x94\x9F") << QStringLiteral("Ação;€“x”Ÿ");
+        QTest::newRow("cut UTF-8 sequence") << QByteArray("abc\xC3") << QStringLiteral("abcÃ");
+    }
+    void decodesBytes() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, text);
+        QCOMPARE(decodedCSVText(bytes), text);
+    }
+
+    void refusesUndefinedBytes() {
+        for (const char byte : {'\x81', '\x8D', '\x8F', '\x90', '\x9D'})
+            QCOMPARE(failureOf([&] { decodedCSVText(QByteArray("FILME\nA\xE7") + byte); }),
+                     QStringLiteral("Não foi possível ler o texto do CSV."));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestFilmCSV)
+#include "test_filmcsv.moc"

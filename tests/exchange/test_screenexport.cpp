@@ -1,0 +1,114 @@
+#include "exchange/FilmCSV.h"
+#include "exchange/ScreenExport.h"
+#include "records/StoreJSON.h"
+
+#include <QtTest>
+
+using Rows = QList<QStringList>;
+
+namespace {
+
+Film film(qint64 code, const QString& title) {
+    Film f;
+    f.id = newIdentifier();
+    f.title = title;
+    f.genre = QStringLiteral("Drama");
+    f.copies = 1;
+    f.price = 500;
+    f.code = code;
+    return f;
+}
+
+} // namespace
+
+class TestScreenExport : public QObject {
+    Q_OBJECT
+
+private slots:
+    void writesCSV_data() {
+        QTest::addColumn<Rows>("rows");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("quotes, delimiters and line breaks")
+            << Rows{{"a", "b\"c"}, {"x;y", "1\n2"}} << QStringLiteral("\uFEFF\"a\";\"b\"\"c\"\r\n\"x;y\";\"1\n2\"");
+        QTest::newRow("empty table") << Rows{} << QStringLiteral("\uFEFF");
+        QTest::newRow("row without cells") << Rows{{"a"}, {}, {""}} << QStringLiteral("\uFEFF\"a\"\r\n\r\n\"\"");
+    }
+    void writesCSV() {
+        QFETCH(Rows, rows);
+        QFETCH(QString, text);
+        QCOMPARE(csv(rows), text);
+    }
+
+    void filmLayout() {
+        Film plain = film(7, QStringLiteral("Tubarão"));
+        plain.price = 550;
+        plain.copies = 3;
+        Film full = film(12345, QStringLiteral("De volta"));
+        full.year = 1985;
+        full.originalTitle = QStringLiteral("Back to the Future");
+        full.price = 1290;
+        full.sinapse = QStringLiteral("Linha 1\nLinha 2");
+        full.release = true;
+        Film noCode = film(1, QStringLiteral("Sem código"));
+        noCode.code.reset();
+        noCode.release = false;
+        const Rows table = filmExportTable({plain, full, noCode});
+        QCOMPARE(table, (Rows{{"CÓDIGO", "FILME", "TÍTULO ORIGINAL", "ANO", "GÊNERO", "QUANT.", "PREÇO (R$)", "SINOPSE",
+                               "CATEGORIA"},
+                              {"0007", "Tubarão", "", "", "Drama", "3", "5.50", "", "ACERVO"},
+                              {"12345", "De volta", "Back to the Future", "1985", "Drama", "1", "12.90",
+                               "Linha 1\nLinha 2", "LANÇAMENTO"},
+                              {"0000", "Sem código", "", "", "Drama", "1", "5.00", "", "ACERVO"}}));
+    }
+
+    void exportedFilmsImportBack() {
+        Film a = film(7, QStringLiteral("  \"Tubarão\"; o filme  "));
+        a.year = 1975;
+        a.price = 1;
+        a.copies = 100000;
+        a.sinapse = QStringLiteral("Linha 1\r\nLinha 2 \"com aspas\"");
+        a.release = true;
+        Film b = film(999999, QStringLiteral("Ação, Aventura"));
+        b.genre = QStringLiteral("Ação, Ficção científica");
+        b.price = 100000000;
+        b.originalTitle = QStringLiteral("Action");
+        const QList<Film> films = {a, b};
+
+        Store existing;
+        existing.films = {film(8, QStringLiteral("Outro"))};
+        const Store back = importFilmsCSV(csv(filmExportTable(films)), existing);
+        QCOMPARE(back.films.size(), 3);
+        for (int i = 0; i < films.size(); ++i) {
+            const Film& before = films[i];
+            const Film& after = back.films[i + 1];
+            QCOMPARE(after.code, before.code);
+            QCOMPARE(after.title, before.title.trimmed());
+            QCOMPARE(after.year, before.year);
+            QCOMPARE(after.copies, before.copies);
+            QCOMPARE(after.price, before.price);
+            QCOMPARE(after.release.value_or(false), before.release.value_or(false));
+            QCOMPARE(after.genre, before.genre);
+            QCOMPARE(after.sinapse, before.sinapse.value_or(QString()).trimmed());
+            QCOMPARE(after.originalTitle, before.originalTitle.value_or(QString()));
+        }
+    }
+
+    void backupIsSortedIndentedStore() {
+        Store store;
+        store.locadoraName = QStringLiteral("Vídeo & Cia");
+        store.films = {film(1, QStringLiteral("Ação"))};
+        const QString text = backupText(store);
+        QCOMPARE(decodeStore(text.toUtf8()), store);
+        QVERIFY(text.contains(u'\n'));
+        QVERIFY(text.indexOf(QStringLiteral("\"customers\"")) < text.indexOf(QStringLiteral("\"entries\"")));
+    }
+
+    void namesAndStatus() {
+        QCOMPARE(csvExportFileName(true), QStringLiteral("CINEFITA-relatorios.csv"));
+        QCOMPARE(csvExportFileName(false), QStringLiteral("CINEFITA-lista.csv"));
+        QCOMPARE(exportedStatus(QStringLiteral("/tmp/x.csv")), QStringLiteral("EXPORTADO  │  x.csv"));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestScreenExport)
+#include "test_screenexport.moc"

@@ -1,0 +1,60 @@
+#include <QtTest>
+
+// A real browser draws the sample pages and a barcode reader reads the picture:
+// the bars must be readable as printed, not just well-formed.
+
+namespace {
+
+QStringList decoded(const QString& page, const QString& scratch) {
+    const QString picture = scratch + QStringLiteral("/page.png");
+    QFile::remove(picture);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("HOME"), scratch + QStringLiteral("/home"));
+
+    QProcess browser;
+    browser.setProcessEnvironment(environment);
+    browser.start(QStandardPaths::findExecutable(QStringLiteral("chromium")),
+                  {QStringLiteral("--headless"), QStringLiteral("--no-sandbox"), QStringLiteral("--disable-gpu"),
+                   QStringLiteral("--no-first-run"), QStringLiteral("--disable-background-networking"),
+                   QStringLiteral("--disable-component-update"), QStringLiteral("--disable-sync"),
+                   QStringLiteral("--user-data-dir=") + scratch + QStringLiteral("/profile"),
+                   QStringLiteral("--force-device-scale-factor=4"), QStringLiteral("--window-size=1000,800"),
+                   QStringLiteral("--screenshot=") + picture, QUrl::fromLocalFile(page).toString()});
+    if (!browser.waitForFinished(120000) || !QFile::exists(picture))
+        return {QStringLiteral("(no picture) ") + QString::fromUtf8(browser.readAllStandardError().right(400))};
+
+    QProcess reader;
+    reader.start(QStandardPaths::findExecutable(QStringLiteral("zbarimg")),
+                 {QStringLiteral("--quiet"), QStringLiteral("--raw"), picture});
+    if (!reader.waitForFinished(60000))
+        return {QStringLiteral("(reader did not finish)")};
+    QStringList codes = QString::fromUtf8(reader.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    codes.sort();
+    return codes;
+}
+
+} // namespace
+
+class TestBarcodeReading : public QObject {
+    Q_OBJECT
+
+private slots:
+    void samplePagesReadBack() {
+        if (QStandardPaths::findExecutable(QStringLiteral("chromium")).isEmpty() ||
+            QStandardPaths::findExecutable(QStringLiteral("zbarimg")).isEmpty())
+            QSKIP("chromium or zbarimg is not installed");
+        QTemporaryDir scratch;
+        QProcess fixtures;
+        fixtures.start(QStringLiteral(CINEFITA_BINARY), {QStringLiteral("--print-fixtures"), scratch.path()});
+        QVERIFY(fixtures.waitForFinished(60000));
+        QCOMPARE(fixtures.exitCode(), 0);
+
+        QCOMPARE(decoded(scratch.filePath(QStringLiteral("Etiquetas-exemplo.html")), scratch.path()),
+                 (QStringList{QStringLiteral("COD-0001-001"), QStringLiteral("COD-0001-002")}));
+        QCOMPARE(decoded(scratch.filePath(QStringLiteral("Carteirinha-exemplo.html")), scratch.path()),
+                 QStringList{QStringLiteral("CLI-0001")});
+    }
+};
+
+QTEST_GUILESS_MAIN(TestBarcodeReading)
+#include "test_barcodereading.moc"

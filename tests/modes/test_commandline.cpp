@@ -1,0 +1,103 @@
+#include "print/PrintFiles.h"
+
+#include <QtTest>
+
+namespace {
+
+struct Run {
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+Run run(const QStringList& arguments, const QString& workingFolder = QString(),
+        const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment()) {
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    if (!workingFolder.isEmpty())
+        process.setWorkingDirectory(workingFolder);
+    process.start(QStringLiteral(CINEFITA_BINARY), arguments);
+    Run result;
+    if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit)
+        return result;
+    result.exitCode = process.exitCode();
+    result.out = process.readAllStandardOutput();
+    result.err = process.readAllStandardError();
+    return result;
+}
+
+QString contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QStringLiteral("(missing)");
+}
+
+} // namespace
+
+class TestCommandLine : public QObject {
+    Q_OBJECT
+
+private slots:
+    void selfTest_data() {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("alone") << QStringList{QStringLiteral("--self-test")};
+        QTest::newRow("wins over preview") << QStringList{QStringLiteral("--preview"), QStringLiteral("--self-test")};
+    }
+    void selfTest() {
+        QFETCH(QStringList, arguments);
+        QTemporaryDir temporary;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("TMPDIR"), temporary.path());
+        environment.insert(QStringLiteral("CINEFITA_DATA_DIR"), temporary.filePath(QStringLiteral("dados")));
+
+        const Run result = run(arguments, QString(), environment);
+        QCOMPARE(QString::fromUtf8(result.err), QString());
+        QCOMPARE(result.exitCode, 0);
+        QCOMPARE(
+            QString::fromUtf8(result.out),
+            QStringLiteral(
+                "PASS: SQLite persistence, exact rental hours, per-copy stock, physical labels and membership cards\n"
+                "PASS: CSV import BOM, delimiters, quoted multiline fields, prices and atomic duplicate rejection\n"
+                "PASS: long multiline sinapse roundtrip and accent-insensitive genre filter\n"
+                "PASS: Portuguese film/customer alphabetical and code ordering\n"
+                "PASS: expanded records, dates, deletion guards and preserved history\n"
+                "PASS: film code migration and search, DDD formatting,  legacy data migration, custom name "
+                "persistence, currency validation, calendar overdue calculation, persistent data round trip\n"));
+        // Its scratch folder is gone, and it never touched a data folder.
+        QCOMPARE(QDir(temporary.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
+                 QStringList{});
+    }
+
+    void printFixtures_data() {
+        QTest::addColumn<QString>("folder");
+        QTest::newRow("relative, new parents") << "saida/paginas";
+        QTest::newRow("existing folder") << ".";
+    }
+    void printFixtures() {
+        QFETCH(QString, folder);
+        QTemporaryDir work;
+        const Run result = run({QStringLiteral("--print-fixtures"), folder}, work.path());
+        QCOMPARE(QString::fromUtf8(result.err), QString());
+        QCOMPARE(result.exitCode, 0);
+        const QDir written(work.filePath(folder));
+        QCOMPARE(written.entryList(QDir::Files | QDir::Hidden, QDir::Name),
+                 (QStringList{QStringLiteral("Carteirinha-exemplo.html"), QStringLiteral("Etiquetas-exemplo.html")}));
+        const QString labels = contents(written.filePath(QStringLiteral("Etiquetas-exemplo.html")));
+        QCOMPARE(labels, sampleLabelPage());
+        QVERIFY(labels.contains(QStringLiteral("<p class='code'>COD-0001 / EX. 2</p>")));
+        QCOMPARE(contents(written.filePath(QStringLiteral("Carteirinha-exemplo.html"))), sampleMemberPage());
+    }
+
+    void printFixturesFailure() {
+        QTemporaryDir work;
+        QFile blocker(work.filePath(QStringLiteral("arquivo")));
+        QVERIFY(blocker.open(QIODevice::WriteOnly));
+        blocker.close();
+        const Run result = run({QStringLiteral("--print-fixtures"), QStringLiteral("arquivo/paginas")}, work.path());
+        QVERIFY(result.exitCode > 0);
+        QVERIFY(result.err.contains("arquivo/paginas"));
+        QCOMPARE(result.out, QByteArray());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCommandLine)
+#include "test_commandline.moc"
