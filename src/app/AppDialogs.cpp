@@ -5,6 +5,7 @@
 #include "look/DOSField.h"
 
 #include <QLabel>
+#include <QMainWindow>
 #include <QPointer>
 #include <QScrollBar>
 #include <algorithm>

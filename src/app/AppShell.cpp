@@ -303,7 +303,7 @@ void App::buildWorkingView() {
     rows->setSpacing(12);
     rows->setContentsMargins(20, 20, 20, 18);
 
-    rows->addWidget(label(QStringLiteral("CINEFITA 3.0  (C) 1994 CLUBE VHS • TODOS OS DIREITOS RESERVADOS"), 12));
+    rows->addWidget(label(SplashView::notice(), 12));
 
     auto* header = new QHBoxLayout;
     header->setSpacing(8);

@@ -3,8 +3,10 @@
 #include "app/App.h"
 #include "app/StyledDialog.h"
 #include "app/WrappingSynopsisView.h"
+#include "look/DOSButton.h"
 
 #include <QApplication>
+#include <QMainWindow>
 #include <QPointer>
 #include <QTest>
 #include <QTimer>
