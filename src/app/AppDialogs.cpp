@@ -2,6 +2,7 @@
 
 #include "app/StyledDialog.h"
 #include "app/WrappingSynopsisView.h"
+#include "look/DOS.h"
 #include "look/DOSField.h"
 
 #include <QLabel>
@@ -54,7 +55,13 @@ void App::prepareModalText(ModalAlert& alert) {
     box->setGeometry(0, 0, boxWidth, boxHeight);
     box->setReadOnly(true);
     box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    // Selectable with the mouse, but the keyboard starts on the fields or the buttons.
+    box->setFocusPolicy(Qt::ClickFocus);
     box->setFrameShape(QFrame::Box);
+    box->setFrameShadow(QFrame::Plain);
+    QPalette line = box->palette();
+    line.setColor(QPalette::WindowText, DOS::border()); // the frame's colour, not the text's
+    box->setPalette(line);
     box->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     box->setPlainText(alert.text);
 

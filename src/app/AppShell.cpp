@@ -136,6 +136,7 @@ bool isTextView(QWidget* widget) {
 
 App::App(QStringList arguments, QObject* parent)
     : QObject(parent), folder(dataFolderPath()), arguments(std::move(arguments)) {
+    DOS::registerFont(); // before any view is made
     body = new QWidget;
     auto* stack = new QVBoxLayout(body);
     stack->setContentsMargins(0, 0, 0, 0);
@@ -181,7 +182,6 @@ App::~App() {
 // ---- Launch -----------------------------------------------------------------
 
 void App::launch() {
-    DOS::registerFont();
     if (qobject_cast<DOSStyle*>(QApplication::style()) == nullptr)
         QApplication::setStyle(new DOSStyle);
 
