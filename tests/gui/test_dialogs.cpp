@@ -60,7 +60,6 @@ void DialogsTest::textBoxIsBounded_data() {
     QTest::newRow("three full rows") << QStringList{row48, row48, row48}.join('\n') << 3 * 25 + 12;
     QTest::newRow("49 characters take two rows") << QStringList{row49, row49, row49}.join('\n') << 6 * 25 + 12;
     QTest::newRow("empty lines count one row") << QStringLiteral("a\n\n\n\n") << 5 * 25 + 12;
-    QTest::newRow("accents count once") << QString(3 * 48, QChar(0x00C7)) << 3 * 25 + 12;
     QTest::newRow("eleven rows: the maximum") << QStringList(11, "linha").join('\n') << 280;
 }
 

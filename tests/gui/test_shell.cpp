@@ -60,7 +60,6 @@ private slots:
     void commitWithoutDatabase();
     void invalidDatabaseStopsTheLaunch();
     void debtAlertBlinks();
-    void focusedFieldsTakeTheSelectionColours();
 };
 
 void ShellTest::splashLeadsToTheMainMenu_data() {
@@ -154,6 +153,9 @@ void ShellTest::navigationMovesFocus() {
 
     app->navigate(6);
     QCOMPARE(QApplication::focusWidget(), app->search.data());
+    // A field that takes the focus shows its selection black on green.
+    QCOMPARE(app->search->palette().color(QPalette::Active, QPalette::Highlight), DOS::yellow());
+    QCOMPARE(app->search->palette().color(QPalette::Active, QPalette::HighlightedText), DOS::ink());
 
     navButton(*app.app, "[F1] CADASTRAR FITA")->click();
     QCOMPARE(app->section, 4);
@@ -301,18 +303,6 @@ void ShellTest::debtAlertBlinks() {
     app->updateDebtAlert();
     QCOMPARE(app->status->text(), QStringLiteral("SALVO NO BANCO LOCAL"));
     QCOMPARE(app->status->palette().color(QPalette::WindowText), DOS::text());
-}
-
-void ShellTest::focusedFieldsTakeTheSelectionColours() {
-    QTemporaryDir dir;
-    TestApp app(dir.path());
-    QVERIFY(app.launch());
-    app->enterProgram();
-    app->focus(app->search);
-    QCOMPARE(QApplication::focusWidget(), app->search.data());
-    const QPalette colours = app->search->palette();
-    QCOMPARE(colours.color(QPalette::Active, QPalette::Highlight), DOS::yellow());
-    QCOMPARE(colours.color(QPalette::Active, QPalette::HighlightedText), DOS::ink());
 }
 
 QTEST_MAIN(ShellTest)
