@@ -1,8 +1,38 @@
 #include "Modes.h"
 
-#include <cstdio>
+#include "app/App.h"
 
-int runApplication(int, char**, bool) {
-    std::puts("CINEFITA: a janela do programa ainda não foi construída.");
-    return 0;
+#include <QApplication>
+#include <QTimer>
+
+namespace {
+
+bool hasDisplay() {
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
+} // namespace
+
+int runApplication(int argc, char** argv, bool preview) {
+    // A picture needs no screen: without a display the preview draws offscreen.
+    if (preview && !hasDisplay() && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("CINEFITA"));
+    QApplication::setQuitOnLastWindowClosed(true);
+
+    App app(QApplication::arguments());
+    app.windowOnScreen = !preview;
+    if (preview) {
+        // The preview never outlives its picture by much, even when launching fails.
+        QTimer::singleShot(3000, &application, [] { QCoreApplication::exit(1); });
+    }
+    QTimer::singleShot(0, &app, &App::launch);
+    const int status = application.exec();
+
+    const bool wantedPicture = QApplication::arguments().contains(QStringLiteral("--preview"));
+    if (wantedPicture && !app.previewPictureWritten())
+        return 1;
+    return status;
 }

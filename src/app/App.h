@@ -1,0 +1,183 @@
+#pragma once
+
+#include "records/Instant.h"
+#include "records/Records.h"
+
+#include <QList>
+#include <QMetaObject>
+#include <QObject>
+#include <QPair>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <memory>
+#include <optional>
+
+class QKeyEvent;
+class QLabel;
+class QMainWindow;
+class QStackedWidget;
+class QTimer;
+class QVBoxLayout;
+class QWidget;
+
+class DOSButton;
+class DOSPopup;
+class DOSSearchField;
+class DOSTable;
+class LocalDatabase;
+class MatchList;
+class RecordForm;
+class SplashView;
+
+// What a message, question or small form holds before styledModal shows it.
+struct ModalAlert {
+    QString title;
+    QString text;
+    QStringList buttons;          // in order; none means the single "OK"
+    QWidget* accessory = nullptr; // the dialog takes ownership
+    QWidget* initialFocus = nullptr;
+};
+
+inline constexpr int firstButtonAnswer = 1000;
+inline constexpr int abortAnswer = -1001;
+
+// The controller: owns the window, the store in memory, the database and every
+// screen. One class; its member functions live in the App*.cpp files by screen.
+class App : public QObject {
+    Q_OBJECT
+public:
+    using Action = std::function<void()>;
+
+    explicit App(QStringList arguments = {}, QObject* parent = nullptr);
+    ~App() override;
+
+    // ---- Shell (AppShell.cpp) ----------------------------------------------
+    void launch();
+    void enterProgram(QObject* sender = nullptr);
+    void navigate(int newSection);
+    void changeSection(DOSButton* sender);
+    void showHome();
+    void showCash();
+    void showHelp();
+    void showList();
+    void render();
+    bool commit(const Store& changed);
+    QLabel* label(const QString& text, qreal size = 14);
+    DOSButton* button(const QString& title, Action action);
+    void decorate(QWidget* view);
+    void addBody(QWidget* view, int stretch = 0);
+    void spacer();
+    void actionRow(const QList<QPair<QString, Action>>& items);
+    QString locadoraName() const;
+    void observeEditing();
+    bool windowShouldClose(QWidget* closing);
+    void updateDebtAlert();
+    QList<QWidget*> bodyViews() const; // what the body shows now, top to bottom
+    bool previewPictureWritten() const { return previewWritten; }
+
+    // ---- Dialogs (AppDialogs.cpp) ------------------------------------------
+    int styledModal(ModalAlert alert);
+    void prepareModalText(ModalAlert& alert);
+    void alert(const QString& title, const QString& text);
+    std::optional<QStringList> form(const QString& title, const QList<QPair<QString, QString>>& fields,
+                                    const QString& ok = QStringLiteral("FINALIZAR"));
+
+    // ---- Focus ring (AppFocus.cpp) -----------------------------------------
+    void focus(QWidget* view, QWidget* inWindow = nullptr);
+    std::optional<int> focusedIndex(const QList<QWidget*>& controls, QWidget* inWindow) const;
+    bool handleKeyboard(QKeyEvent* event, const QList<QWidget*>& controls, QWidget* inWindow);
+    bool handleClipboard(QKeyEvent* event, QWidget* inWindow);
+
+    // ---- Keys (AppKeys.cpp) ------------------------------------------------
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool mainKey(QKeyEvent* event);
+
+    // ---- Screens of the other sections (one file each) ---------------------
+    void showTable();          // AppLists.cpp
+    void addGenreFilter();     // AppLists.cpp
+    void toggleOrder();        // AppLists.cpp
+    void searchChanged();      // AppLists.cpp
+    void showCreate();         // AppLists.cpp
+    void selectRecord();       // AppLists.cpp
+    void editRecordFromList(); // AppLists.cpp
+    void deleteSelected();     // AppRecords.cpp
+    void restoreRecord();      // AppRecords.cpp
+    void previewFilmForm();    // AppRecords.cpp
+    void rentalScreen();       // AppRental.cpp
+    void selectRental();       // AppReturns.cpp
+    void returnRental();       // AppReturns.cpp
+    void cashEntry();          // AppCommands.cpp
+    void configureName();      // AppCommands.cpp
+    void suggestHouse();       // AppCommands.cpp
+    void helpScreen();         // AppCommands.cpp
+    void exitProgram();        // AppCommands.cpp
+    void exportCSV();          // AppExchange.cpp
+    void backup();             // AppExchange.cpp
+    void importFilmCSV();      // AppExchange.cpp
+    void printReport();        // AppPrint.cpp
+
+    // ---- State, in this order ----------------------------------------------
+    QMainWindow* window = nullptr;
+    Store store;
+    int section = 0;
+    bool showingSplash = true;
+    QWidget* workingView = nullptr;
+    DOSButton* menuHeading = nullptr;
+    QPointer<QWidget> body;
+    QList<DOSButton*> navButtons;
+    QList<DOSButton*> footerButtons;
+    QList<DOSButton*> actionButtons;
+    QList<DOSButton*> tabs;
+    DOSButton* settingsButton = nullptr;
+    QPointer<QLabel> brand;
+    QPointer<QLabel> status;
+    QPointer<DOSSearchField> search;
+    QPointer<DOSTable> table;
+    DOSButton* importButton = nullptr;
+    std::optional<QString> selectedGenre;
+    DOSPopup* genrePopup = nullptr;
+    bool alphabeticalFilms = true;
+    bool alphabeticalClients = true;
+    DOSButton* sortButton = nullptr;
+    bool editingEnabled = true;
+    RecordForm* formView = nullptr;
+    std::optional<QString> editID;
+    std::optional<QString> rentalFilm;
+    std::optional<QString> rentalCustomer;
+    MatchList* filmMatches = nullptr;
+    MatchList* clientMatches = nullptr;
+    bool onlyLate = false;
+    QStringList filteredIDs;
+    std::optional<QMetaObject::Connection> editingObserver;
+    std::unique_ptr<LocalDatabase> database;
+    QTimer* blinkTimer = nullptr;
+    bool blinkOn = false;
+    QString folder;
+
+    // ---- Seams: what tests must not do for real ----------------------------
+    std::function<Instant()> clock;
+    std::function<QString(const QString& caption, const QString& filter)> chooseOpenFile;
+    std::function<QString(const QString& caption, const QString& proposedName, const QString& filter)> chooseSaveFile;
+    std::function<void(const QString& path)> openPrintPage;
+    std::function<qsizetype(qsizetype count)> randomIndex; // uniform in 0 … count − 1
+    std::function<void()> terminate;
+    bool windowOnScreen = true; // false: laid out and drawn, never shown (preview)
+
+private:
+    QVBoxLayout* bodyLayout() const;
+    void clearBody();
+    void buildMenuBar();
+    void buildWindow();
+    void buildWorkingView();
+    void showSplash();
+    void schedulePreview();
+    void writePreviewPicture();
+    void editText(int command);
+
+    QStringList arguments;
+    QStackedWidget* content = nullptr;
+    SplashView* splash = nullptr;
+    bool previewWritten = false;
+};

@@ -1,0 +1,5 @@
+#include "app/App.h"
+
+// Printed report: not written yet.
+
+void App::printReport() {}

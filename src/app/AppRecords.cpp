@@ -1,0 +1,11 @@
+#include "app/App.h"
+
+// Record screens: not written yet.
+
+void App::deleteSelected() {}
+void App::restoreRecord() {}
+
+// The preview pictures the home screen until the film form exists.
+void App::previewFilmForm() {
+    showHome();
+}

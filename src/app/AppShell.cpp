@@ -1,0 +1,751 @@
+#include "app/App.h"
+
+#include "app/ElidingLabel.h"
+#include "look/CRTOverlay.h"
+#include "look/DOS.h"
+#include "look/DOSButton.h"
+#include "look/DOSPopup.h"
+#include "look/DOSSearchField.h"
+#include "look/DOSStyle.h"
+#include "look/DOSTable.h"
+#include "look/SplashView.h"
+#include "records/DateText.h"
+#include "records/FilmCSVError.h"
+#include "records/StoreJSON.h"
+#include "storage/LocalDatabase.h"
+#include "storage/StartupLoading.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QDialog>
+#include <QDir>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QRandomGenerator>
+#include <QScreen>
+#include <QSignalBlocker>
+#include <QStackedWidget>
+#include <QTextEdit>
+#include <QTimer>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+
+namespace {
+
+constexpr int contentWidth = 1260;
+constexpr int contentHeight = 850;
+constexpr int minimumContentWidth = 1080;
+constexpr int minimumContentHeight = 760;
+constexpr int blinkMilliseconds = 600;
+constexpr int homeSection = 11;
+const QColor systemRed(255, 59, 48);
+
+enum EditCommand { cutText, copyText, pasteText, selectAllText };
+
+void setForeground(QWidget* widget, QPalette::ColorRole role, const QColor& colour) {
+    QPalette colours = widget->palette();
+    for (auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+        colours.setColor(group, role, colour);
+    widget->setPalette(colours);
+}
+
+void styleLabel(QLabel* label, qreal size) {
+    label->setFont(DOS::font(size));
+    setForeground(label, QPalette::WindowText, DOS::text());
+    label->setTextInteractionFlags(Qt::NoTextInteraction);
+}
+
+// Closing the main window ends the program; the controller decides first.
+class MainWindow : public QMainWindow {
+public:
+    explicit MainWindow(App& app) : m_app(app) {}
+
+protected:
+    void closeEvent(QCloseEvent* event) override {
+        if (m_app.windowShouldClose(this))
+            QMainWindow::closeEvent(event);
+        else
+            event->ignore();
+    }
+
+private:
+    App& m_app;
+};
+
+// The working screen: navy ground, the menu panel's hard shadow, and the scan-line
+// overlay kept over everything at the full size.
+class WorkingScreen : public QWidget {
+public:
+    void setShadowed(QWidget* panel) { m_shadowed = panel; }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.fillRect(rect(), DOS::blue());
+        if (m_shadowed != nullptr && m_shadowed->isVisible())
+            painter.fillRect(m_shadowed->geometry().translated(7, 7), QColor(0, 0, 0, 204));
+    }
+    void resizeEvent(QResizeEvent* event) override {
+        QWidget::resizeEvent(event);
+        for (CRTOverlay* overlay : findChildren<CRTOverlay*>(QString(), Qt::FindDirectChildrenOnly))
+            overlay->setGeometry(rect());
+    }
+
+private:
+    QWidget* m_shadowed = nullptr;
+};
+
+// Panel look given to any view: navy fill and a 1.5-pixel green frame, drawn
+// before the view's own painting.
+class PanelDecoration : public QObject {
+public:
+    explicit PanelDecoration(QWidget* view) : QObject(view) { view->installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint) {
+            auto* view = static_cast<QWidget*>(watched);
+            QPainter painter(view);
+            painter.fillRect(view->rect(), DOS::blue());
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.setPen(QPen(DOS::border(), 1.5));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRect(QRectF(view->rect()).adjusted(0.75, 0.75, -0.75, -0.75));
+        }
+        return false;
+    }
+};
+
+bool isTextView(QWidget* widget) {
+    return qobject_cast<QLineEdit*>(widget) != nullptr || qobject_cast<QPlainTextEdit*>(widget) != nullptr ||
+           qobject_cast<QTextEdit*>(widget) != nullptr;
+}
+
+} // namespace
+
+App::App(QStringList arguments, QObject* parent)
+    : QObject(parent), folder(dataFolderPath()), arguments(std::move(arguments)) {
+    DOS::registerFont(); // before any view is made
+    body = new QWidget;
+    auto* stack = new QVBoxLayout(body);
+    stack->setContentsMargins(0, 0, 0, 0);
+    stack->setSpacing(16);
+    stack->setAlignment(Qt::AlignTop);
+    brand = new ElidingLabel;
+    status = new QLabel;
+    search = new DOSSearchField;
+    table = new DOSTable;
+
+    clock = [] {
+        return Instant::now();
+    };
+    chooseOpenFile = [this](const QString& caption, const QString& filter) {
+        return QFileDialog::getOpenFileName(window, caption, QString(), filter);
+    };
+    chooseSaveFile = [this](const QString& caption, const QString& proposedName, const QString& filter) {
+        return QFileDialog::getSaveFileName(window, caption, proposedName, filter);
+    };
+    openPrintPage = [](const QString& path) {
+        std::printf("%s\n", QDir::toNativeSeparators(path).toLocal8Bit().constData());
+        std::fflush(stdout);
+        QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+    };
+    randomIndex = [](qsizetype count) {
+        return qsizetype(QRandomGenerator::global()->bounded(qint64(count)));
+    };
+    terminate = [] {
+        QCoreApplication::quit();
+    };
+}
+
+App::~App() {
+    if (blinkTimer != nullptr)
+        blinkTimer->stop();
+    delete window;
+    // Views made with the controller but never placed in the window (or taken out of it).
+    for (QWidget* view : std::initializer_list<QWidget*>{body, brand, status, search, table})
+        if (view != nullptr && view->parent() == nullptr)
+            delete view;
+}
+
+// ---- Launch -----------------------------------------------------------------
+
+void App::launch() {
+    if (qobject_cast<DOSStyle*>(QApplication::style()) == nullptr)
+        QApplication::setStyle(new DOSStyle);
+
+    try {
+        LoadedStore loaded = loadAtStartup(folder);
+        database = std::move(loaded.database);
+        store = std::move(loaded.store);
+    } catch (const StartupError& error) {
+        alert(QStringLiteral("Dados indisponíveis"), error.description());
+        terminate();
+        return;
+    } catch (const std::exception& error) {
+        alert(QStringLiteral("Dados indisponíveis"), QString::fromUtf8(error.what()));
+        terminate();
+        return;
+    }
+
+    buildMenuBar();
+    buildWindow();
+    buildWorkingView();
+
+    blinkTimer = new QTimer(this);
+    blinkTimer->setInterval(blinkMilliseconds);
+    connect(blinkTimer, &QTimer::timeout, this, &App::updateDebtAlert);
+    blinkTimer->start();
+
+    QPalette tableColours = table->palette();
+    tableColours.setColor(QPalette::Base, DOS::blue());
+    table->setPalette(tableColours);
+    table->setShowGrid(true);
+    qApp->installEventFilter(this);
+    observeEditing();
+    render();
+    showSplash();
+    if (arguments.contains(QStringLiteral("--preview")))
+        schedulePreview();
+}
+
+void App::buildMenuBar() {
+    auto* bar = new QMenuBar;
+    QMenu* program = bar->addMenu(QStringLiteral("CINEFITA"));
+    auto item = [this](QMenu* menu, const QString& title, QKeySequence keys, Action action) {
+        QAction* added = menu->addAction(title);
+        added->setShortcut(keys);
+        connect(added, &QAction::triggered, this, [action] { action(); });
+    };
+    item(program, QStringLiteral("Nome da locadora…"), QKeySequence(Qt::CTRL | Qt::Key_Comma),
+         std::bind_front(&App::configureName, this));
+    item(program, QStringLiteral("Exportar tela CSV"), QKeySequence(Qt::CTRL | Qt::Key_E),
+         std::bind_front(&App::exportCSV, this));
+    item(program, QStringLiteral("Backup"), QKeySequence(Qt::CTRL | Qt::Key_B), std::bind_front(&App::backup, this));
+    item(program, QStringLiteral("Caixa"), QKeySequence(Qt::CTRL | Qt::Key_K), std::bind_front(&App::showCash, this));
+    item(program, QStringLiteral("Restaurar cadastro apagado…"), QKeySequence(),
+         std::bind_front(&App::restoreRecord, this));
+    item(program, QStringLiteral("Sair do CINEFITA"), QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { terminate(); });
+
+    QMenu* edit = bar->addMenu(QStringLiteral("Editar"));
+    item(edit, QStringLiteral("Recortar"), QKeySequence(Qt::CTRL | Qt::Key_X), [this] { editText(cutText); });
+    item(edit, QStringLiteral("Copiar"), QKeySequence(Qt::CTRL | Qt::Key_C), [this] { editText(copyText); });
+    item(edit, QStringLiteral("Colar"), QKeySequence(Qt::CTRL | Qt::Key_V), [this] { editText(pasteText); });
+    item(edit, QStringLiteral("Selecionar tudo"), QKeySequence(Qt::CTRL | Qt::Key_A),
+         [this] { editText(selectAllText); });
+
+    bar->setFont(DOS::font(14));
+    QPalette colours = bar->palette();
+    colours.setColor(QPalette::Window, DOS::ink());
+    colours.setColor(QPalette::Button, DOS::ink());
+    colours.setColor(QPalette::WindowText, DOS::text());
+    colours.setColor(QPalette::ButtonText, DOS::text());
+    bar->setPalette(colours);
+
+    window = new MainWindow(*this);
+    window->setMenuBar(bar);
+}
+
+void App::editText(int command) {
+    QWidget* focused = QApplication::focusWidget();
+    auto act = [command](auto* text) {
+        const bool editable = !text->isReadOnly();
+        if (command == copyText)
+            text->copy();
+        else if (command == cutText && editable)
+            text->cut();
+        else if (command == pasteText && editable)
+            text->paste();
+        else if (command == selectAllText)
+            text->selectAll();
+    };
+    if (auto* line = qobject_cast<QLineEdit*>(focused))
+        act(line);
+    else if (auto* plain = qobject_cast<QPlainTextEdit*>(focused))
+        act(plain);
+    else if (auto* rich = qobject_cast<QTextEdit*>(focused))
+        act(rich);
+}
+
+void App::buildWindow() {
+    Q_ASSERT(window != nullptr);
+    window->setWindowTitle(QStringLiteral("CINEFITA — ") + locadoraName());
+    content = new QStackedWidget;
+    content->setMinimumSize(minimumContentWidth, minimumContentHeight);
+    window->setCentralWidget(content);
+    // The menu bar sits inside the window on this desktop; the content keeps its size below it.
+    const int menuHeight = window->menuBar()->sizeHint().height();
+    window->resize(contentWidth, contentHeight + menuHeight);
+    if (QScreen* screen = QGuiApplication::primaryScreen()) {
+        QRect frame(QPoint(), window->size());
+        frame.moveCenter(screen->availableGeometry().center());
+        window->move(frame.topLeft());
+    }
+    if (!windowOnScreen)
+        window->setAttribute(Qt::WA_DontShowOnScreen);
+}
+
+void App::buildWorkingView() {
+    auto* screen = new WorkingScreen;
+    workingView = screen;
+    auto* rows = new QVBoxLayout(screen);
+    rows->setSpacing(12);
+    rows->setContentsMargins(20, 20, 20, 18);
+
+    rows->addWidget(label(SplashView::notice(), 12));
+
+    auto* header = new QHBoxLayout;
+    header->setSpacing(8);
+    styleLabel(brand, 32);
+    settingsButton = button(QStringLiteral("[ALTERAR]"), std::bind_front(&App::configureName, this));
+    settingsButton->setFixedWidth(140);
+    settingsButton->setDrawsDOSBorder(false);
+    settingsButton->setAccessibleName(QStringLiteral("Alterar nome da locadora"));
+    header->addWidget(brand);
+    header->addWidget(settingsButton);
+    header->addStretch(1);
+    rows->addLayout(header);
+
+    search->setFixedHeight(32);
+    search->setFont(DOS::font(16));
+    search->setPlaceholderText(QString());
+    search->setAccessibleName(QStringLiteral("Pesquisar registros da tela atual"));
+    search->setEnabled(true);
+    search->setReadOnly(false);
+    setForeground(search, QPalette::Text, DOS::text());
+    QPalette searchColours = search->palette();
+    searchColours.setColor(QPalette::Base, DOS::ink());
+    search->setPalette(searchColours);
+    connect(search, &QLineEdit::textChanged, this, [this] { searchChanged(); });
+    rows->addWidget(search);
+
+    auto* contentRow = new QHBoxLayout;
+    contentRow->setSpacing(18);
+
+    auto* menuPanel = new QWidget;
+    decorate(menuPanel);
+    menuPanel->setFixedWidth(240);
+    auto* menu = new QVBoxLayout(menuPanel);
+    menu->setSpacing(3);
+    menu->setContentsMargins(10, 16, 10, 16);
+    menuHeading = button(QStringLiteral("MENU PRINCIPAL"), std::bind_front(&App::showHome, this));
+    menuHeading->setFixedWidth(220);
+    menu->addWidget(menuHeading, 0, Qt::AlignLeft);
+    const QList<QPair<QString, int>> entries = {
+        {QStringLiteral("[F1] CADASTRAR FITA"), 10},  {QStringLiteral("[F2] CLIENTES"), 3},
+        {QStringLiteral("[F3] ALUGAR"), 0},           {QStringLiteral("[F4] LISTA DE FILMES"), 4},
+        {QStringLiteral("[F5] LOCADOS"), 1},          {QStringLiteral("[F6] RELATÓRIOS"), 5},
+        {QStringLiteral("[F7] SUGESTÃO DA CASA"), 8},
+    };
+    for (const auto& [title, tag] : entries) {
+        DOSButton* entry = button(title, {});
+        entry->setTag(tag);
+        entry->setFixedWidth(220);
+        entry->setDrawsDOSBorder(true);
+        connect(entry, &QPushButton::clicked, this, [this, entry] { changeSection(entry); });
+        menu->addWidget(entry, 0, Qt::AlignLeft);
+        navButtons.append(entry);
+    }
+    menu->addWidget(new QWidget, 1);
+    screen->setShadowed(menuPanel);
+    contentRow->addWidget(menuPanel);
+
+    auto* bodyPanel = new QWidget;
+    decorate(bodyPanel);
+    bodyPanel->setMinimumHeight(480);
+    auto* bodyFrame = new QVBoxLayout(bodyPanel);
+    bodyFrame->setContentsMargins(28, 24, 28, 24);
+    bodyFrame->setSpacing(0);
+    bodyFrame->addWidget(body);
+    contentRow->addWidget(bodyPanel, 1);
+    rows->addLayout(contentRow, 1);
+
+    auto* footer = new QHBoxLayout;
+    footer->setSpacing(12);
+    styleLabel(status, 14);
+    status->setText(QString());
+    footer->addWidget(status, 1);
+    for (const auto& [title, action] :
+         QList<QPair<QString, Action>>{{QStringLiteral("[F9] AJUDA"), std::bind_front(&App::showHelp, this)},
+                                       {QStringLiteral("[ESC] SAIR"), std::bind_front(&App::exitProgram, this)}}) {
+        DOSButton* footerButton = button(title, action);
+        footerButton->setFixedWidth(140);
+        footer->addWidget(footerButton);
+        footerButtons.append(footerButton);
+    }
+    rows->addLayout(footer);
+}
+
+void App::showSplash() {
+    splash = new SplashView;
+    connect(splash, &SplashView::entered, this, [this] { enterProgram(splash); });
+    content->addWidget(splash);
+    content->addWidget(workingView);
+    content->setCurrentWidget(splash);
+    window->show();
+    window->raise();
+    window->activateWindow();
+    if (splash->focusPolicy() == Qt::NoFocus)
+        splash->setFocusPolicy(Qt::StrongFocus);
+    splash->setFocus(Qt::OtherFocusReason);
+}
+
+// ---- Navigation ---------------------------------------------------------------
+
+void App::enterProgram(QObject*) {
+    Q_ASSERT(window != nullptr && workingView != nullptr);
+    showingSplash = false;
+    section = homeSection;
+    content->setCurrentWidget(workingView);
+    if (workingView->findChild<CRTOverlay*>(QString(), Qt::FindDirectChildrenOnly) == nullptr) {
+        auto* overlay = new CRTOverlay(workingView);
+        overlay->setGeometry(workingView->rect());
+        overlay->raise();
+        overlay->show();
+    }
+    render();
+    focus(menuHeading);
+}
+
+void App::navigate(int newSection) {
+    if (window != nullptr)
+        if (QWidget* focused = window->focusWidget())
+            focused->clearFocus();
+    section = newSection;
+    {
+        // Emptying the field is not the operator searching.
+        QSignalBlocker quiet(search);
+        search->clear();
+    }
+    editID.reset();
+    onlyLate = false;
+    render();
+    const auto entry = std::find_if(navButtons.cbegin(), navButtons.cend(),
+                                    [this](DOSButton* button) { return button->tag() == section; });
+    if (entry != navButtons.cend())
+        focus(*entry);
+    else
+        focus(search);
+}
+
+void App::changeSection(DOSButton* sender) {
+    switch (sender->tag()) {
+    case 10:
+        navigate(4);
+        showCreate();
+        break;
+    case 8:
+        suggestHouse();
+        break;
+    case 9:
+        exitProgram();
+        break;
+    default:
+        navigate(sender->tag());
+    }
+}
+
+void App::showHome() {
+    navigate(homeSection);
+    focus(menuHeading);
+}
+
+void App::showCash() {
+    navigate(6);
+}
+
+void App::showHelp() {
+    navigate(7);
+}
+
+void App::showList() {
+    editID.reset();
+    render();
+    focus(table);
+}
+
+// ---- Drawing the body ----------------------------------------------------------
+
+QVBoxLayout* App::bodyLayout() const {
+    return static_cast<QVBoxLayout*>(body->layout());
+}
+
+QList<QWidget*> App::bodyViews() const {
+    QList<QWidget*> views;
+    QVBoxLayout* stack = bodyLayout();
+    for (int i = 0; i < stack->count(); ++i)
+        if (QWidget* view = stack->itemAt(i)->widget())
+            views.append(view);
+    return views;
+}
+
+void App::clearBody() {
+    QVBoxLayout* stack = bodyLayout();
+    while (QLayoutItem* item = stack->takeAt(0)) {
+        if (QWidget* view = item->widget()) {
+            // The list table outlives every screen that shows it.
+            if (table != nullptr && (view == table || view->isAncestorOf(table)))
+                table->setParent(nullptr);
+            // A button of this screen may be the sender of the action that redraws it.
+            view->hide();
+            view->deleteLater();
+        }
+        delete item;
+    }
+}
+
+void App::render() {
+    Q_ASSERT(window != nullptr && menuHeading != nullptr);
+    window->setWindowTitle(QStringLiteral("CINEFITA — ") + locadoraName());
+    brand->setText(locadoraName().toUpper());
+    status->setText(dateText(clock()));
+
+    for (DOSButton* entry : navButtons) {
+        entry->setOn(entry->tag() == section);
+        entry->update();
+    }
+    clearBody();
+    actionButtons.clear();
+    tabs.clear();
+    sortButton = nullptr;
+    importButton = nullptr;
+    genrePopup = nullptr;
+    formView = nullptr;
+    filmMatches = nullptr;
+    clientMatches = nullptr;
+    menuHeading->setOn(section == homeSection);
+    menuHeading->update();
+
+    switch (section) {
+    case homeSection: {
+        auto* home = new SplashView;
+        home->setBorderWidth(0);
+        home->enterButton()->hide();
+        home->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+        addBody(home, 1);
+        return;
+    }
+    case 7:
+        helpScreen();
+        return;
+    case 0:
+        rentalScreen();
+        return;
+    default:
+        break;
+    }
+
+    if (section == 3 || section == 4) {
+        auto* tools = new QWidget;
+        auto* row = new QHBoxLayout(tools);
+        row->setContentsMargins(0, 0, 0, 0);
+        row->setSpacing(16);
+        if (section == 3) {
+            DOSButton* create = button(QStringLiteral("CADASTRAR"), std::bind_front(&App::showCreate, this));
+            create->setFixedWidth(130);
+            row->addWidget(create);
+        }
+        const bool alphabetical = section == 3 ? alphabeticalClients : alphabeticalFilms;
+        sortButton = button(alphabetical ? QStringLiteral("ORDEM: A–Z") : QStringLiteral("ORDEM: CÓDIGO"),
+                            std::bind_front(&App::toggleOrder, this));
+        sortButton->setFixedWidth(190);
+        row->addWidget(sortButton);
+        if (section == 4) {
+            importButton = button(QStringLiteral("IMPORTAR CSV"), std::bind_front(&App::importFilmCSV, this));
+            importButton->setFixedWidth(150);
+            row->addWidget(importButton);
+        }
+        row->addStretch(1);
+        addBody(tools);
+    }
+    if (section == 4)
+        addGenreFilter();
+    showTable();
+
+    switch (section) {
+    case 1:
+        actionRow({{QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRental, this)}});
+        break;
+    case 2:
+        actionRow({{QStringLiteral("FINALIZAR"), std::bind_front(&App::returnRental, this)}});
+        break;
+    case 3:
+        actionRow({{QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRecord, this)}});
+        break;
+    case 4:
+        actionRow({{QStringLiteral("BAIXAR ARQUIVO CSV"), std::bind_front(&App::exportCSV, this)},
+                   {QStringLiteral("EDITAR"), std::bind_front(&App::editRecordFromList, this)},
+                   {QStringLiteral("APAGAR"), std::bind_front(&App::deleteSelected, this)},
+                   {QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRecord, this)}});
+        break;
+    case 5:
+        actionRow({{QStringLiteral("BAIXAR ARQUIVO CSV"), std::bind_front(&App::exportCSV, this)},
+                   {QStringLiteral("RELATÓRIO MATRICIAL"), std::bind_front(&App::printReport, this)}});
+        break;
+    default:
+        actionRow({{QStringLiteral("LANÇAMENTO"), std::bind_front(&App::cashEntry, this)},
+                   {QStringLiteral("EXPORTAR CSV"), std::bind_front(&App::exportCSV, this)}});
+    }
+}
+
+QLabel* App::label(const QString& text, qreal size) {
+    auto* made = new QLabel(text);
+    styleLabel(made, size);
+    return made;
+}
+
+DOSButton* App::button(const QString& title, Action action) {
+    auto* made = new DOSButton(title);
+    made->setFont(DOS::font(14));
+    made->setFixedHeight(34);
+    made->setFocusPolicy(Qt::StrongFocus);
+    made->setAutoDefault(false);
+    const qsizetype close = title.indexOf(QLatin1Char(']'));
+    if (title.startsWith(QLatin1Char('[')) && close > 0)
+        made->setShortcutRange(std::pair<int, int>(0, int(close) + 1));
+    if (action)
+        connect(made, &QPushButton::clicked, this, [action] { action(); });
+    return made;
+}
+
+void App::decorate(QWidget* view) {
+    if (view->findChild<PanelDecoration*>(QString(), Qt::FindDirectChildrenOnly) == nullptr)
+        new PanelDecoration(view);
+    view->update();
+}
+
+void App::addBody(QWidget* view, int stretch) {
+    bodyLayout()->addWidget(view, stretch);
+}
+
+void App::spacer() {
+    auto* empty = new QWidget;
+    empty->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+    addBody(empty, 1);
+}
+
+void App::actionRow(const QList<QPair<QString, Action>>& items) {
+    auto* row = new QWidget;
+    auto* buttons = new QHBoxLayout(row);
+    buttons->setContentsMargins(0, 0, 0, 0);
+    buttons->setSpacing(14);
+    buttons->addStretch(1);
+    for (const auto& [title, action] : items) {
+        DOSButton* made = button(title, action);
+        made->setNormalColor(DOS::ink());
+        made->setMinimumWidth(std::max(130, 9 * int(title.size()) + 22));
+        buttons->addWidget(made);
+        actionButtons.append(made);
+    }
+    addBody(row);
+}
+
+QString App::locadoraName() const {
+    return store.locadoraName.value_or(QStringLiteral("LOCADORA"));
+}
+
+// ---- Saving -------------------------------------------------------------------
+
+bool App::commit(const Store& changed) {
+    std::optional<QString> failure;
+    if (database == nullptr) {
+        failure = QStringLiteral("Banco local não iniciado.");
+    } else {
+        try {
+            database->save(changed);
+        } catch (const FilmCSVError& error) {
+            failure = error.description();
+        } catch (const StoreJSONError& error) {
+            failure = error.description();
+        } catch (const std::exception& error) {
+            failure = QString::fromUtf8(error.what());
+        }
+    }
+    if (failure) {
+        alert(QStringLiteral("Não foi possível salvar"), *failure);
+        return false;
+    }
+    store = changed;
+    if (status != nullptr)
+        status->setText(QStringLiteral("SALVO NO BANCO LOCAL"));
+    return true;
+}
+
+// ---- Editing, closing, blinking -----------------------------------------------
+
+void App::observeEditing() {
+    if (editingObserver)
+        return;
+    editingObserver = connect(qApp, &QApplication::focusChanged, this, [](QWidget*, QWidget* now) {
+        if (now == nullptr || !isTextView(now))
+            return;
+        QPalette colours = now->palette();
+        for (auto group : {QPalette::Active, QPalette::Inactive}) {
+            // The caret is drawn in the text colour; a field without its own takes the screen's.
+            if (!now->testAttribute(Qt::WA_SetPalette))
+                colours.setColor(group, QPalette::Text, DOS::text());
+            colours.setColor(group, QPalette::Highlight, DOS::yellow());
+            colours.setColor(group, QPalette::HighlightedText, DOS::ink());
+        }
+        now->setPalette(colours);
+    });
+}
+
+bool App::windowShouldClose(QWidget* closing) {
+    if (closing != nullptr && closing == QApplication::activeModalWidget()) {
+        if (auto* dialog = qobject_cast<QDialog*>(closing))
+            dialog->done(abortAnswer);
+        return false;
+    }
+    return true;
+}
+
+void App::updateDebtAlert() {
+    const Instant now = clock();
+    const bool late = std::any_of(store.rentals.cbegin(), store.rentals.cend(),
+                                  [&now](const Rental& rental) { return !rental.returned && rental.due < now; });
+    blinkOn = !blinkOn;
+    if (status == nullptr)
+        return;
+    if (late) {
+        status->setText(QStringLiteral("ATENÇÃO: CLIENTE EM DÉBITO"));
+        setForeground(status, QPalette::WindowText, blinkOn ? systemRed : DOS::blue());
+    } else {
+        setForeground(status, QPalette::WindowText, DOS::text());
+    }
+}
+
+// ---- Preview --------------------------------------------------------------------
+
+void App::schedulePreview() {
+    QTimer::singleShot(800, this, [this] {
+        enterProgram();
+        if (qEnvironmentVariableIsSet("CINEFITA_PREVIEW_HOME"))
+            showHome();
+        else
+            previewFilmForm();
+        QTimer::singleShot(500, this, [this] { writePreviewPicture(); });
+    });
+}
+
+void App::writePreviewPicture() {
+    QString path = qEnvironmentVariable("CINEFITA_PREVIEW_PATH");
+    if (path.isEmpty())
+        path = QDir(QDir::tempPath()).filePath(QStringLiteral("CINEFITA-CRT.png"));
+    if (content->grab().save(path, "PNG"))
+        previewWritten = true;
+    else
+        std::fprintf(stderr, "CINEFITA: não foi possível gravar %s\n", path.toLocal8Bit().constData());
+    terminate();
+}

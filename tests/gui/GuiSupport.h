@@ -1,0 +1,96 @@
+#pragma once
+
+#include "app/App.h"
+#include "app/StyledDialog.h"
+#include "app/WrappingSynopsisView.h"
+#include "look/DOSButton.h"
+
+#include <QApplication>
+#include <QMainWindow>
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+// What a styled dialog showed before the test answered it.
+struct SeenDialog {
+    QString title;
+    QString text;
+    QStringList buttons;
+};
+
+// Waits for the next styled dialog to run modally, notes what it shows and
+// answers it with the given action, from inside the dialog's own event loop.
+class DialogAnswerer : public QObject {
+public:
+    using Answer = std::function<void(StyledDialog*)>;
+
+    explicit DialogAnswerer(Answer answer) : m_answer(std::move(answer)) {
+        connect(&m_poll, &QTimer::timeout, this, [this] { poll(); });
+        m_poll.start(20);
+    }
+
+    bool answered() const { return m_answered; }
+    const SeenDialog& seen() const { return m_seen; }
+
+    static Answer pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        return [key, modifiers](StyledDialog* dialog) {
+            QWidget* target = dialog->focusWidget() != nullptr ? dialog->focusWidget() : dialog;
+            QTest::keyClick(target, key, modifiers);
+        };
+    }
+    static Answer clickButton(int index) {
+        return [index](StyledDialog* dialog) {
+            dialog->buttons().at(index)->click();
+        };
+    }
+
+private:
+    void poll() {
+        auto* dialog = qobject_cast<StyledDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr || !dialog->isVisible())
+            return;
+        m_poll.stop();
+        m_seen.title = dialog->title();
+        if (WrappingSynopsisView* box = dialog->textBox())
+            m_seen.text = box->toPlainText();
+        for (auto* button : dialog->buttons())
+            m_seen.buttons.append(button->text());
+        m_answered = true;
+        QPointer<StyledDialog> guard(dialog);
+        m_answer(dialog);
+        // A failed check inside the answer must not leave the test waiting on the dialog.
+        if (QTest::currentTestFailed() && guard != nullptr && guard->isVisible())
+            guard->done(abortAnswer);
+    }
+
+    Answer m_answer;
+    QTimer m_poll;
+    bool m_answered = false;
+    SeenDialog m_seen;
+};
+
+// A controller over a test data folder with a fixed clock; quitting is only noted.
+struct TestApp {
+    explicit TestApp(const QString& folder, Instant now = Instant{800000000}) : app(std::make_unique<App>()) {
+        app->folder = folder;
+        app->clock = [now] {
+            return now;
+        };
+        app->terminate = [this] {
+            ++terminations;
+        };
+    }
+
+    App* operator->() const { return app.get(); }
+
+    // Launches and waits until the window can take keys.
+    bool launch() {
+        app->launch();
+        return app->window != nullptr && QTest::qWaitForWindowActive(app->window);
+    }
+
+    std::unique_ptr<App> app;
+    int terminations = 0;
+};

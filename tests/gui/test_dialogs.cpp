@@ -1,0 +1,263 @@
+#include "gui/GuiSupport.h"
+
+#include "look/DOSButton.h"
+#include "look/DOSField.h"
+
+#include <QClipboard>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+QKeyEvent keyPress(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString& text = {}) {
+    return QKeyEvent(QEvent::KeyPress, key, modifiers, text);
+}
+
+} // namespace
+
+class DialogsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void textBoxIsBounded_data();
+    void textBoxIsBounded();
+    void textBoxSitsAboveTheAccessory();
+    void longTextScrolls();
+    void escapeAndLetters_data();
+    void escapeAndLetters();
+    void returnAnswersTheFirstButton();
+    void closingTheDialogAborts();
+    void formReturnsTrimmedTexts();
+    void formCancelled();
+    void tabWalksFieldsThenButtons();
+    void focusRing();
+    void clipboardKeys();
+
+private:
+    std::unique_ptr<QTemporaryDir> dir;
+    std::unique_ptr<TestApp> app;
+};
+
+void DialogsTest::initTestCase() {
+    dir = std::make_unique<QTemporaryDir>();
+    app = std::make_unique<TestApp>(dir->path());
+}
+
+void DialogsTest::textBoxIsBounded_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("height");
+    const QString row48(48, QLatin1Char('a'));
+    const QString row49(49, QLatin1Char('a'));
+    QTest::newRow("one line: the minimum") << "Use as setas." << 70;
+    QTest::newRow("three full rows") << QStringList{row48, row48, row48}.join('\n') << 3 * 25 + 12;
+    QTest::newRow("49 characters take two rows") << QStringList{row49, row49, row49}.join('\n') << 6 * 25 + 12;
+    QTest::newRow("empty lines count one row") << QStringLiteral("a\n\n\n\n") << 5 * 25 + 12;
+    QTest::newRow("eleven rows: the maximum") << QStringList(11, "linha").join('\n') << 280;
+}
+
+void DialogsTest::textBoxIsBounded() {
+    QFETCH(QString, text);
+    QFETCH(int, height);
+    ModalAlert alert{.title = "T", .text = text};
+    (*app)->prepareModalText(alert);
+    QVERIFY(alert.text.isEmpty());
+    std::unique_ptr<QWidget> container(alert.accessory);
+    auto* box = container->findChild<WrappingSynopsisView*>();
+    QVERIFY(box != nullptr);
+    QCOMPARE(box->toPlainText(), text);
+    QCOMPARE(box->geometry(), QRect(0, 0, 500, height));
+    QCOMPARE(container->size(), QSize(500, height));
+}
+
+void DialogsTest::textBoxSitsAboveTheAccessory() {
+    auto* fields = new QWidget;
+    fields->setFixedSize(420, 120);
+    ModalAlert alert{.title = "T", .text = "Confira.", .accessory = fields};
+    (*app)->prepareModalText(alert);
+    std::unique_ptr<QWidget> container(alert.accessory);
+    QCOMPARE(fields->parentWidget(), container.get());
+    QCOMPARE(fields->geometry(), QRect(0, 70 + 12, 420, 120));
+    QCOMPARE(container->size(), QSize(500, 70 + 12 + 120));
+}
+
+void DialogsTest::longTextScrolls() {
+    QString text;
+    for (int i = 0; i < 40; ++i)
+        text += QStringLiteral("Linha %1 de uma sinopse muito longa que não cabe na caixa\n").arg(i);
+    DialogAnswerer answerer([](StyledDialog* dialog) {
+        WrappingSynopsisView* box = dialog->textBox();
+        QCOMPARE(box->height(), 280);
+        QVERIFY(box->verticalScrollBar()->isVisible());
+        QVERIFY(box->verticalScrollBar()->maximum() > 0);
+        QVERIFY(box->isReadOnly());
+        QVERIFY(dialog->iconLabel()->pixmap().width() > 0);
+        dialog->buttons().first()->click();
+    });
+    (*app)->alert("[F7] SUGESTÃO DA CASA", text);
+    QVERIFY(answerer.answered());
+    QCOMPARE(answerer.seen().buttons, QStringList{"OK"});
+}
+
+void DialogsTest::escapeAndLetters_data() {
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QStringList>("buttons");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("answer");
+    const QStringList rewind{"[S] SIM", "[N] NÃO", "CANCELAR"};
+    const QString rewindTitle = "FITA FOI REBOBINADA? [S/N]";
+    QTest::newRow("Escape: second of two")
+        << "TUBARÃO" << QStringList{"DEVOLUÇÃO", "VOLTAR"} << int(Qt::Key_Escape) << 1001;
+    QTest::newRow("Escape: one button aborts") << "Aviso" << QStringList{} << int(Qt::Key_Escape) << -1001;
+    QTest::newRow("Escape: rewind aborts") << rewindTitle << rewind << int(Qt::Key_Escape) << -1001;
+    QTest::newRow("S: rewound") << rewindTitle << rewind << int(Qt::Key_S) << 1000;
+    QTest::newRow("N: not rewound") << rewindTitle << rewind << int(Qt::Key_N) << 1001;
+    QTest::newRow("S elsewhere is no answer")
+        << "SAIR DO CINEFITA?" << QStringList{"SAIR", "VOLTAR"} << int(Qt::Key_S) << 0;
+}
+
+void DialogsTest::escapeAndLetters() {
+    QFETCH(QString, title);
+    QFETCH(QStringList, buttons);
+    QFETCH(int, key);
+    QFETCH(int, answer);
+    DialogAnswerer answerer([key, answer](StyledDialog* dialog) {
+        QTest::keyClick(dialog, Qt::Key(key));
+        if (answer == 0) { // still open: leave it with its second button
+            QVERIFY(dialog->isVisible());
+            dialog->buttons().at(1)->click();
+        }
+    });
+    const int got =
+        (*app)->styledModal(ModalAlert{.title = title, .text = "Multa por atraso: R$ 0,00", .buttons = buttons});
+    QVERIFY(answerer.answered());
+    QCOMPARE(got, answer == 0 ? 1001 : answer);
+}
+
+void DialogsTest::returnAnswersTheFirstButton() {
+    DialogAnswerer answerer(DialogAnswerer::pressKey(Qt::Key_Return));
+    QCOMPARE((*app)->styledModal(ModalAlert{.title = "Apagar cadastro?", .buttons = {"APAGAR", "CANCELAR"}}), 1000);
+}
+
+void DialogsTest::closingTheDialogAborts() {
+    DialogAnswerer answerer([](StyledDialog* dialog) { QVERIFY(!dialog->close()); });
+    QCOMPARE((*app)->styledModal(ModalAlert{.title = "SAIR DO CINEFITA?", .buttons = {"SAIR", "VOLTAR"}}), -1001);
+}
+
+void DialogsTest::formReturnsTrimmedTexts() {
+    DialogAnswerer answerer([](StyledDialog* dialog) {
+        QCOMPARE(dialog->ring().size(), 4);
+        auto* first = qobject_cast<QLineEdit*>(dialog->ring().at(0));
+        QCOMPARE(QApplication::focusWidget(), first);
+        QTest::keyClicks(first, "  Troco  ");
+        QTest::keyClick(first, Qt::Key_Return);
+    });
+    const auto answers = (*app)->form("Caixa", {{"DESCRIÇÃO", ""}, {"VALOR (R$)", " 10,00 "}});
+    QCOMPARE(answerer.seen().buttons, QStringList({"FINALIZAR", "CANCELAR"}));
+    QCOMPARE(answers, std::make_optional(QStringList{"Troco", "10,00"}));
+}
+
+void DialogsTest::formCancelled() {
+    DialogAnswerer answerer(DialogAnswerer::clickButton(1));
+    QCOMPARE((*app)->form("Nome da locadora", {{"NOME", "LOCADORA"}}, "OK"), std::nullopt);
+    QCOMPARE(answerer.seen().buttons, QStringList({"OK", "CANCELAR"}));
+}
+
+void DialogsTest::tabWalksFieldsThenButtons() {
+    QList<QWidget*> visited;
+    DialogAnswerer answerer([&visited](StyledDialog* dialog) {
+        for (int i = 0; i < 4; ++i) {
+            visited.append(QApplication::focusWidget());
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        visited.append(QApplication::focusWidget());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+        visited.append(QApplication::focusWidget());
+        QCOMPARE(visited, QList<QWidget*>({dialog->ring()[0], dialog->ring()[1], dialog->buttons()[0],
+                                           dialog->buttons()[1], dialog->ring()[0], dialog->buttons()[1]}));
+        // Space presses the focused button.
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    });
+    QCOMPARE((*app)->form("Restaurar cadastro", {{"TIPO: FILME OU CLIENTE", "FILME"}, {"CÓDIGO", ""}}), std::nullopt);
+    QCOMPARE(visited.size(), 6);
+}
+
+void DialogsTest::focusRing() {
+    QWidget window;
+    auto* layout = new QHBoxLayout(&window);
+    auto* field = new DOSField("abc");
+    auto* first = new DOSButton("UM");
+    auto* last = new DOSButton("DOIS");
+    for (QWidget* control : {static_cast<QWidget*>(field), static_cast<QWidget*>(first), static_cast<QWidget*>(last)})
+        layout->addWidget(control);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    const QList<QWidget*> ring{field, first, last};
+    App& controller = *app->app;
+
+    // Nothing in the ring focused: Tab and Shift-Tab both start at the first control.
+    window.setFocus();
+    QKeyEvent backtab = keyPress(Qt::Key_Backtab, Qt::ShiftModifier);
+    QVERIFY(controller.handleKeyboard(&backtab, ring, &window));
+    QCOMPARE(controller.focusedIndex(ring, &window), std::make_optional(0));
+
+    controller.focus(last);
+    QKeyEvent tab = keyPress(Qt::Key_Tab);
+    QVERIFY(controller.handleKeyboard(&tab, ring, &window));
+    QCOMPARE(QApplication::focusWidget(), field);
+    QVERIFY(controller.handleKeyboard(&backtab, ring, &window));
+    QCOMPARE(QApplication::focusWidget(), last);
+
+    // Space clicks a focused button but is left to a text field.
+    QSignalSpy clicks(last, &QPushButton::clicked);
+    QKeyEvent space = keyPress(Qt::Key_Space, Qt::NoModifier, " ");
+    QVERIFY(controller.handleKeyboard(&space, ring, &window));
+    QCOMPARE(clicks.count(), 1);
+    controller.focus(field);
+    QVERIFY(!controller.handleKeyboard(&space, ring, &window));
+
+    // Command keys are never ring keys.
+    QKeyEvent controlTab = keyPress(Qt::Key_Tab, Qt::ControlModifier);
+    QVERIFY(!controller.handleKeyboard(&controlTab, ring, &window));
+}
+
+void DialogsTest::clipboardKeys() {
+    QWidget window;
+    auto* layout = new QHBoxLayout(&window);
+    auto* field = new DOSField("fita cassete");
+    auto* readOnly = new QPlainTextEdit("sinopse fixa");
+    readOnly->setReadOnly(true);
+    layout->addWidget(field);
+    layout->addWidget(readOnly);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    App& controller = *app->app;
+
+    controller.focus(field);
+    field->deselect();
+    QKeyEvent selectAll = keyPress(Qt::Key_A, Qt::ControlModifier);
+    QVERIFY(controller.handleClipboard(&selectAll, &window));
+    QCOMPARE(field->selectedText(), QStringLiteral("fita cassete"));
+
+    controller.focus(readOnly);
+    QApplication::clipboard()->setText("colado");
+    QKeyEvent paste = keyPress(Qt::Key_V, Qt::ControlModifier);
+    QVERIFY(controller.handleClipboard(&paste, &window));
+    QCOMPARE(readOnly->toPlainText(), QStringLiteral("sinopse fixa"));
+
+    // Control (Meta here) with Command is not a clipboard key; neither is a plain letter.
+    QKeyEvent withMeta = keyPress(Qt::Key_V, Qt::ControlModifier | Qt::MetaModifier);
+    QVERIFY(!controller.handleClipboard(&withMeta, &window));
+    QKeyEvent other = keyPress(Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(!controller.handleClipboard(&other, &window));
+}
+
+QTEST_MAIN(DialogsTest)
+#include "test_dialogs.moc"
