@@ -2,6 +2,7 @@
 
 #include "records/Codes.h"
 #include "records/FilmCSVError.h"
+#include "records/IntegerText.h"
 #include "records/MoneyText.h"
 #include "records/Search.h"
 
@@ -40,36 +41,6 @@ QChar chosenDelimiter(const QString& text) {
             ++semicolons;
     }
     return commas > semicolons ? QChar(u',') : QChar(u';');
-}
-
-// A plain decimal integer: optional sign, then ASCII digits only; absent on overflow.
-std::optional<qint64> decimalInteger(const QString& text) {
-    qsizetype i = 0;
-    bool negative = false;
-    if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) {
-        negative = text[i] == u'-';
-        ++i;
-    }
-    if (i == text.size())
-        return std::nullopt;
-    qint64 value = 0;
-    for (; i < text.size(); ++i) {
-        const char16_t c = text[i].unicode();
-        if (c < u'0' || c > u'9')
-            return std::nullopt;
-        const int digit = c - u'0';
-        // Accumulate towards the sign so that the minimum value still fits.
-        if (negative) {
-            if (value < (std::numeric_limits<qint64>::min() + digit) / 10)
-                return std::nullopt;
-            value = value * 10 - digit;
-        } else {
-            if (value > (std::numeric_limits<qint64>::max() - digit) / 10)
-                return std::nullopt;
-            value = value * 10 + digit;
-        }
-    }
-    return value;
 }
 
 QString recordMessage(qsizetype record, const char* rest) {
@@ -196,10 +167,10 @@ Store importFilmsCSV(const QString& text, const Store& into) {
         const qint64 code = codeText.isEmpty() ? next : numericCode(codeText).value_or(0);
 
         const QString copiesText = value({"quant.", "quantidade", "quant", "copies"}, record);
-        const qint64 copies = copiesText.isEmpty() ? 1 : decimalInteger(copiesText).value_or(0);
+        const qint64 copies = copiesText.isEmpty() ? 1 : wholeInteger(copiesText).value_or(0);
 
         const QString yearText = value({"ano", "year"}, record);
-        const std::optional<qint64> year = yearText.isEmpty() ? std::nullopt : decimalInteger(yearText);
+        const std::optional<qint64> year = yearText.isEmpty() ? std::nullopt : wholeInteger(yearText);
 
         std::optional<qint64> price = 500;
         QString priceText = value({"preco (r$)", "preco", "price"}, record);

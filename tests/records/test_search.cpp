@@ -6,10 +6,10 @@
 namespace {
 
 // "title#code" (no "#": absent code); ids are the positions in the list.
-QList<Film> films(const QStringList& specs) {
+QList<Film> films(const QStringList& lines) {
     QList<Film> list;
-    for (const QString& spec : specs) {
-        const QStringList parts = spec.split(u'#');
+    for (const QString& line : lines) {
+        const QStringList parts = line.split(u'#');
         list.append({.id = QString::number(list.size()), .title = parts[0]});
         if (parts.size() > 1)
             list.last().code = parts[1].toLongLong();
