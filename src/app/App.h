@@ -40,6 +40,7 @@ struct ModalAlert {
     QWidget* initialFocus = nullptr;
 };
 
+inline constexpr int homeSection = 11; // the main menu
 inline constexpr int firstButtonAnswer = 1000;
 inline constexpr int abortAnswer = -1001;
 
@@ -53,7 +54,7 @@ public:
     explicit App(QStringList arguments = {}, QObject* parent = nullptr);
     ~App() override;
 
-    // ---- Shell (AppShell.cpp) ----------------------------------------------
+    // ---- Shell (AppShell.cpp, AppNavigation.cpp, AppViews.cpp, AppPreview.cpp) ----
     void launch();
     void enterProgram(QObject* sender = nullptr);
     void navigate(int newSection);

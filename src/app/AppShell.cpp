@@ -1,15 +1,13 @@
 #include "app/App.h"
 
 #include "app/ElidingLabel.h"
-#include "look/CRTOverlay.h"
+#include "app/ShellViews.h"
 #include "look/DOS.h"
 #include "look/DOSButton.h"
-#include "look/DOSPopup.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSStyle.h"
 #include "look/DOSTable.h"
 #include "look/SplashView.h"
-#include "records/DateText.h"
 #include "records/FilmCSVError.h"
 #include "records/StoreJSON.h"
 #include "storage/LocalDatabase.h"
@@ -17,7 +15,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QCloseEvent>
 #include <QDesktopServices>
 #include <QDialog>
 #include <QDir>
@@ -28,11 +25,9 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPainter>
 #include <QPlainTextEdit>
 #include <QRandomGenerator>
 #include <QScreen>
-#include <QSignalBlocker>
 #include <QStackedWidget>
 #include <QTextEdit>
 #include <QTimer>
@@ -49,88 +44,9 @@ constexpr int contentHeight = 850;
 constexpr int minimumContentWidth = 1080;
 constexpr int minimumContentHeight = 760;
 constexpr int blinkMilliseconds = 600;
-constexpr int homeSection = 11;
 const QColor systemRed(255, 59, 48);
 
 enum EditCommand { cutText, copyText, pasteText, selectAllText };
-
-void setForeground(QWidget* widget, QPalette::ColorRole role, const QColor& colour) {
-    QPalette colours = widget->palette();
-    for (auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
-        colours.setColor(group, role, colour);
-    widget->setPalette(colours);
-}
-
-void styleLabel(QLabel* label, qreal size) {
-    label->setFont(DOS::font(size));
-    setForeground(label, QPalette::WindowText, DOS::text());
-    label->setTextInteractionFlags(Qt::NoTextInteraction);
-}
-
-// Closing the main window ends the program; the controller decides first.
-class MainWindow : public QMainWindow {
-public:
-    explicit MainWindow(App& app) : m_app(app) {}
-
-protected:
-    void closeEvent(QCloseEvent* event) override {
-        if (m_app.windowShouldClose(this))
-            QMainWindow::closeEvent(event);
-        else
-            event->ignore();
-    }
-
-private:
-    App& m_app;
-};
-
-// The working screen: navy ground, the menu panel's hard shadow, and the scan-line
-// overlay kept over everything at the full size.
-class WorkingScreen : public QWidget {
-public:
-    void setShadowed(QWidget* panel) { m_shadowed = panel; }
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        painter.fillRect(rect(), DOS::blue());
-        if (m_shadowed != nullptr && m_shadowed->isVisible())
-            painter.fillRect(m_shadowed->geometry().translated(7, 7), QColor(0, 0, 0, 204));
-    }
-    void resizeEvent(QResizeEvent* event) override {
-        QWidget::resizeEvent(event);
-        for (CRTOverlay* overlay : findChildren<CRTOverlay*>(QString(), Qt::FindDirectChildrenOnly))
-            overlay->setGeometry(rect());
-    }
-
-private:
-    QWidget* m_shadowed = nullptr;
-};
-
-// Panel look given to any view: navy fill and a 1.5-pixel green frame, drawn
-// before the view's own painting.
-class PanelDecoration : public QObject {
-public:
-    explicit PanelDecoration(QWidget* view) : QObject(view) { view->installEventFilter(this); }
-
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Paint) {
-            auto* view = static_cast<QWidget*>(watched);
-            QPainter painter(view);
-            painter.fillRect(view->rect(), DOS::blue());
-            painter.setRenderHint(QPainter::Antialiasing);
-            painter.setPen(QPen(DOS::border(), 1.5));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawRect(QRectF(view->rect()).adjusted(0.75, 0.75, -0.75, -0.75));
-        }
-        return false;
-    }
-};
-
-bool isTextView(QWidget* widget) {
-    return qobject_cast<QLineEdit*>(widget) != nullptr || qobject_cast<QPlainTextEdit*>(widget) != nullptr ||
-           qobject_cast<QTextEdit*>(widget) != nullptr;
-}
 
 } // namespace
 
@@ -401,260 +317,6 @@ void App::showSplash() {
     splash->setFocus(Qt::OtherFocusReason);
 }
 
-// ---- Navigation ---------------------------------------------------------------
-
-void App::enterProgram(QObject*) {
-    Q_ASSERT(window != nullptr && workingView != nullptr);
-    showingSplash = false;
-    section = homeSection;
-    content->setCurrentWidget(workingView);
-    if (workingView->findChild<CRTOverlay*>(QString(), Qt::FindDirectChildrenOnly) == nullptr) {
-        auto* overlay = new CRTOverlay(workingView);
-        overlay->setGeometry(workingView->rect());
-        overlay->raise();
-        overlay->show();
-    }
-    render();
-    focus(menuHeading);
-}
-
-void App::navigate(int newSection) {
-    if (window != nullptr)
-        if (QWidget* focused = window->focusWidget())
-            focused->clearFocus();
-    section = newSection;
-    {
-        // Emptying the field is not the operator searching.
-        QSignalBlocker quiet(search);
-        search->clear();
-    }
-    editID.reset();
-    onlyLate = false;
-    render();
-    const auto entry = std::find_if(navButtons.cbegin(), navButtons.cend(),
-                                    [this](DOSButton* button) { return button->tag() == section; });
-    if (entry != navButtons.cend())
-        focus(*entry);
-    else
-        focus(search);
-}
-
-void App::changeSection(DOSButton* sender) {
-    switch (sender->tag()) {
-    case 10:
-        navigate(4);
-        showCreate();
-        break;
-    case 8:
-        suggestHouse();
-        break;
-    case 9:
-        exitProgram();
-        break;
-    default:
-        navigate(sender->tag());
-    }
-}
-
-void App::showHome() {
-    navigate(homeSection);
-    focus(menuHeading);
-}
-
-void App::showCash() {
-    navigate(6);
-}
-
-void App::showHelp() {
-    navigate(7);
-}
-
-void App::showList() {
-    editID.reset();
-    render();
-    focus(table);
-}
-
-// ---- Drawing the body ----------------------------------------------------------
-
-QVBoxLayout* App::bodyLayout() const {
-    return static_cast<QVBoxLayout*>(body->layout());
-}
-
-QList<QWidget*> App::bodyViews() const {
-    QList<QWidget*> views;
-    QVBoxLayout* stack = bodyLayout();
-    for (int i = 0; i < stack->count(); ++i)
-        if (QWidget* view = stack->itemAt(i)->widget())
-            views.append(view);
-    return views;
-}
-
-void App::clearBody() {
-    QVBoxLayout* stack = bodyLayout();
-    while (QLayoutItem* item = stack->takeAt(0)) {
-        if (QWidget* view = item->widget()) {
-            // The list table outlives every screen that shows it.
-            if (table != nullptr && (view == table || view->isAncestorOf(table)))
-                table->setParent(nullptr);
-            // A button of this screen may be the sender of the action that redraws it.
-            view->hide();
-            view->deleteLater();
-        }
-        delete item;
-    }
-}
-
-void App::render() {
-    Q_ASSERT(window != nullptr && menuHeading != nullptr);
-    window->setWindowTitle(QStringLiteral("CINEFITA — ") + locadoraName());
-    brand->setText(locadoraName().toUpper());
-    status->setText(dateText(clock()));
-
-    for (DOSButton* entry : navButtons) {
-        entry->setOn(entry->tag() == section);
-        entry->update();
-    }
-    clearBody();
-    actionButtons.clear();
-    tabs.clear();
-    sortButton = nullptr;
-    importButton = nullptr;
-    genrePopup = nullptr;
-    formView = nullptr;
-    filmMatches = nullptr;
-    clientMatches = nullptr;
-    menuHeading->setOn(section == homeSection);
-    menuHeading->update();
-
-    switch (section) {
-    case homeSection: {
-        auto* home = new SplashView;
-        home->setBorderWidth(0);
-        home->enterButton()->hide();
-        home->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-        addBody(home, 1);
-        return;
-    }
-    case 7:
-        helpScreen();
-        return;
-    case 0:
-        rentalScreen();
-        return;
-    default:
-        break;
-    }
-
-    if (section == 3 || section == 4) {
-        auto* tools = new QWidget;
-        auto* row = new QHBoxLayout(tools);
-        row->setContentsMargins(0, 0, 0, 0);
-        row->setSpacing(16);
-        if (section == 3) {
-            DOSButton* create = button(QStringLiteral("CADASTRAR"), std::bind_front(&App::showCreate, this));
-            create->setFixedWidth(130);
-            row->addWidget(create);
-        }
-        const bool alphabetical = section == 3 ? alphabeticalClients : alphabeticalFilms;
-        sortButton = button(alphabetical ? QStringLiteral("ORDEM: A–Z") : QStringLiteral("ORDEM: CÓDIGO"),
-                            std::bind_front(&App::toggleOrder, this));
-        sortButton->setFixedWidth(190);
-        row->addWidget(sortButton);
-        if (section == 4) {
-            importButton = button(QStringLiteral("IMPORTAR CSV"), std::bind_front(&App::importFilmCSV, this));
-            importButton->setFixedWidth(150);
-            row->addWidget(importButton);
-        }
-        row->addStretch(1);
-        addBody(tools);
-    }
-    if (section == 4)
-        addGenreFilter();
-    showTable();
-
-    switch (section) {
-    case 1:
-        actionRow({{QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRental, this)}});
-        break;
-    case 2:
-        actionRow({{QStringLiteral("FINALIZAR"), std::bind_front(&App::returnRental, this)}});
-        break;
-    case 3:
-        actionRow({{QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRecord, this)}});
-        break;
-    case 4:
-        actionRow({{QStringLiteral("BAIXAR ARQUIVO CSV"), std::bind_front(&App::exportCSV, this)},
-                   {QStringLiteral("EDITAR"), std::bind_front(&App::editRecordFromList, this)},
-                   {QStringLiteral("APAGAR"), std::bind_front(&App::deleteSelected, this)},
-                   {QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRecord, this)}});
-        break;
-    case 5:
-        actionRow({{QStringLiteral("BAIXAR ARQUIVO CSV"), std::bind_front(&App::exportCSV, this)},
-                   {QStringLiteral("RELATÓRIO MATRICIAL"), std::bind_front(&App::printReport, this)}});
-        break;
-    default:
-        actionRow({{QStringLiteral("LANÇAMENTO"), std::bind_front(&App::cashEntry, this)},
-                   {QStringLiteral("EXPORTAR CSV"), std::bind_front(&App::exportCSV, this)}});
-    }
-}
-
-QLabel* App::label(const QString& text, qreal size) {
-    auto* made = new QLabel(text);
-    styleLabel(made, size);
-    return made;
-}
-
-DOSButton* App::button(const QString& title, Action action) {
-    auto* made = new DOSButton(title);
-    made->setFont(DOS::font(14));
-    made->setFixedHeight(34);
-    made->setFocusPolicy(Qt::StrongFocus);
-    made->setAutoDefault(false);
-    const qsizetype close = title.indexOf(QLatin1Char(']'));
-    if (title.startsWith(QLatin1Char('[')) && close > 0)
-        made->setShortcutRange(std::pair<int, int>(0, int(close) + 1));
-    if (action)
-        connect(made, &QPushButton::clicked, this, [action] { action(); });
-    return made;
-}
-
-void App::decorate(QWidget* view) {
-    if (view->findChild<PanelDecoration*>(QString(), Qt::FindDirectChildrenOnly) == nullptr)
-        new PanelDecoration(view);
-    view->update();
-}
-
-void App::addBody(QWidget* view, int stretch) {
-    bodyLayout()->addWidget(view, stretch);
-}
-
-void App::spacer() {
-    auto* empty = new QWidget;
-    empty->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
-    addBody(empty, 1);
-}
-
-void App::actionRow(const QList<QPair<QString, Action>>& items) {
-    auto* row = new QWidget;
-    auto* buttons = new QHBoxLayout(row);
-    buttons->setContentsMargins(0, 0, 0, 0);
-    buttons->setSpacing(14);
-    buttons->addStretch(1);
-    for (const auto& [title, action] : items) {
-        DOSButton* made = button(title, action);
-        made->setNormalColor(DOS::ink());
-        made->setMinimumWidth(std::max(130, 9 * int(title.size()) + 22));
-        buttons->addWidget(made);
-        actionButtons.append(made);
-    }
-    addBody(row);
-}
-
-QString App::locadoraName() const {
-    return store.locadoraName.value_or(QStringLiteral("LOCADORA"));
-}
-
 // ---- Saving -------------------------------------------------------------------
 
 bool App::commit(const Store& changed) {
@@ -724,28 +386,4 @@ void App::updateDebtAlert() {
     } else {
         setForeground(status, QPalette::WindowText, DOS::text());
     }
-}
-
-// ---- Preview --------------------------------------------------------------------
-
-void App::schedulePreview() {
-    QTimer::singleShot(800, this, [this] {
-        enterProgram();
-        if (qEnvironmentVariableIsSet("CINEFITA_PREVIEW_HOME"))
-            showHome();
-        else
-            previewFilmForm();
-        QTimer::singleShot(500, this, [this] { writePreviewPicture(); });
-    });
-}
-
-void App::writePreviewPicture() {
-    QString path = qEnvironmentVariable("CINEFITA_PREVIEW_PATH");
-    if (path.isEmpty())
-        path = QDir(QDir::tempPath()).filePath(QStringLiteral("CINEFITA-CRT.png"));
-    if (content->grab().save(path, "PNG"))
-        previewWritten = true;
-    else
-        std::fprintf(stderr, "CINEFITA: não foi possível gravar %s\n", path.toLocal8Bit().constData());
-    terminate();
 }

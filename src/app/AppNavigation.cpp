@@ -1,0 +1,213 @@
+#include "app/App.h"
+
+#include "look/CRTOverlay.h"
+#include "look/DOSButton.h"
+#include "look/DOSSearchField.h"
+#include "look/DOSTable.h"
+#include "look/SplashView.h"
+#include "records/DateText.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMainWindow>
+#include <QSignalBlocker>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <functional>
+
+void App::enterProgram(QObject*) {
+    Q_ASSERT(window != nullptr && workingView != nullptr);
+    showingSplash = false;
+    section = homeSection;
+    content->setCurrentWidget(workingView);
+    if (workingView->findChild<CRTOverlay*>(QString(), Qt::FindDirectChildrenOnly) == nullptr) {
+        auto* overlay = new CRTOverlay(workingView);
+        overlay->setGeometry(workingView->rect());
+        overlay->raise();
+        overlay->show();
+    }
+    render();
+    focus(menuHeading);
+}
+
+void App::navigate(int newSection) {
+    if (window != nullptr)
+        if (QWidget* focused = window->focusWidget())
+            focused->clearFocus();
+    section = newSection;
+    {
+        // Emptying the field is not the operator searching.
+        QSignalBlocker quiet(search);
+        search->clear();
+    }
+    editID.reset();
+    onlyLate = false;
+    render();
+    const auto entry = std::find_if(navButtons.cbegin(), navButtons.cend(),
+                                    [this](DOSButton* button) { return button->tag() == section; });
+    if (entry != navButtons.cend())
+        focus(*entry);
+    else
+        focus(search);
+}
+
+void App::changeSection(DOSButton* sender) {
+    switch (sender->tag()) {
+    case 10:
+        navigate(4);
+        showCreate();
+        break;
+    case 8:
+        suggestHouse();
+        break;
+    case 9:
+        exitProgram();
+        break;
+    default:
+        navigate(sender->tag());
+    }
+}
+
+void App::showHome() {
+    navigate(homeSection);
+    focus(menuHeading);
+}
+
+void App::showCash() {
+    navigate(6);
+}
+
+void App::showHelp() {
+    navigate(7);
+}
+
+void App::showList() {
+    editID.reset();
+    render();
+    focus(table);
+}
+
+// ---- Drawing the body ----------------------------------------------------------
+
+QVBoxLayout* App::bodyLayout() const {
+    return static_cast<QVBoxLayout*>(body->layout());
+}
+
+QList<QWidget*> App::bodyViews() const {
+    QList<QWidget*> views;
+    QVBoxLayout* stack = bodyLayout();
+    for (int i = 0; i < stack->count(); ++i)
+        if (QWidget* view = stack->itemAt(i)->widget())
+            views.append(view);
+    return views;
+}
+
+void App::clearBody() {
+    QVBoxLayout* stack = bodyLayout();
+    while (QLayoutItem* item = stack->takeAt(0)) {
+        if (QWidget* view = item->widget()) {
+            // The list table outlives every screen that shows it.
+            if (table != nullptr && (view == table || view->isAncestorOf(table)))
+                table->setParent(nullptr);
+            // A button of this screen may be the sender of the action that redraws it.
+            view->hide();
+            view->deleteLater();
+        }
+        delete item;
+    }
+}
+
+void App::render() {
+    Q_ASSERT(window != nullptr && menuHeading != nullptr);
+    window->setWindowTitle(QStringLiteral("CINEFITA — ") + locadoraName());
+    brand->setText(locadoraName().toUpper());
+    status->setText(dateText(clock()));
+
+    for (DOSButton* entry : navButtons) {
+        entry->setOn(entry->tag() == section);
+        entry->update();
+    }
+    clearBody();
+    actionButtons.clear();
+    tabs.clear();
+    sortButton = nullptr;
+    importButton = nullptr;
+    genrePopup = nullptr;
+    formView = nullptr;
+    filmMatches = nullptr;
+    clientMatches = nullptr;
+    menuHeading->setOn(section == homeSection);
+    menuHeading->update();
+
+    switch (section) {
+    case homeSection: {
+        auto* home = new SplashView;
+        home->setBorderWidth(0);
+        home->enterButton()->hide();
+        home->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+        addBody(home, 1);
+        return;
+    }
+    case 7:
+        helpScreen();
+        return;
+    case 0:
+        rentalScreen();
+        return;
+    default:
+        break;
+    }
+
+    if (section == 3 || section == 4) {
+        auto* tools = new QWidget;
+        auto* row = new QHBoxLayout(tools);
+        row->setContentsMargins(0, 0, 0, 0);
+        row->setSpacing(16);
+        if (section == 3) {
+            DOSButton* create = button(QStringLiteral("CADASTRAR"), std::bind_front(&App::showCreate, this));
+            create->setFixedWidth(130);
+            row->addWidget(create);
+        }
+        const bool alphabetical = section == 3 ? alphabeticalClients : alphabeticalFilms;
+        sortButton = button(alphabetical ? QStringLiteral("ORDEM: A–Z") : QStringLiteral("ORDEM: CÓDIGO"),
+                            std::bind_front(&App::toggleOrder, this));
+        sortButton->setFixedWidth(190);
+        row->addWidget(sortButton);
+        if (section == 4) {
+            importButton = button(QStringLiteral("IMPORTAR CSV"), std::bind_front(&App::importFilmCSV, this));
+            importButton->setFixedWidth(150);
+            row->addWidget(importButton);
+        }
+        row->addStretch(1);
+        addBody(tools);
+    }
+    if (section == 4)
+        addGenreFilter();
+    showTable();
+
+    switch (section) {
+    case 1:
+        actionRow({{QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRental, this)}});
+        break;
+    case 2:
+        actionRow({{QStringLiteral("FINALIZAR"), std::bind_front(&App::returnRental, this)}});
+        break;
+    case 3:
+        actionRow({{QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRecord, this)}});
+        break;
+    case 4:
+        actionRow({{QStringLiteral("BAIXAR ARQUIVO CSV"), std::bind_front(&App::exportCSV, this)},
+                   {QStringLiteral("EDITAR"), std::bind_front(&App::editRecordFromList, this)},
+                   {QStringLiteral("APAGAR"), std::bind_front(&App::deleteSelected, this)},
+                   {QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRecord, this)}});
+        break;
+    case 5:
+        actionRow({{QStringLiteral("BAIXAR ARQUIVO CSV"), std::bind_front(&App::exportCSV, this)},
+                   {QStringLiteral("RELATÓRIO MATRICIAL"), std::bind_front(&App::printReport, this)}});
+        break;
+    default:
+        actionRow({{QStringLiteral("LANÇAMENTO"), std::bind_front(&App::cashEntry, this)},
+                   {QStringLiteral("EXPORTAR CSV"), std::bind_front(&App::exportCSV, this)}});
+    }
+}
