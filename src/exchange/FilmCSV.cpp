@@ -147,7 +147,9 @@ Store importFilmsCSV(const QString& text, const Store& into) {
             largest = std::max(largest.value_or(*film.code), *film.code);
         }
     }
-    qint64 next = largest.value_or(0) + 1;
+    // Any automatic code past 999999 is refused anyway; capping keeps a huge stored
+    // code from overflowing the count.
+    qint64 next = std::min<qint64>(largest.value_or(0), 999999) + 1;
 
     Store result = into;
     const qsizetype columns = rows.first().size();

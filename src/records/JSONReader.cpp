@@ -28,6 +28,39 @@ void appendUtf8(std::string& out, char32_t code) {
     }
 }
 
+// The length of the well-formed UTF-8 sequence of two to four bytes at `at`, or 0.
+int utf8SequenceLength(const char* at, const char* end) {
+    const auto byte = [at](int k) {
+        return static_cast<unsigned char>(at[k]);
+    };
+    const unsigned char lead = byte(0);
+    int length = 0;
+    unsigned char low = 0x80, high = 0xBF; // the range of the second byte
+    if (lead >= 0xC2 && lead <= 0xDF) {
+        length = 2;
+    } else if (lead >= 0xE0 && lead <= 0xEF) {
+        length = 3;
+        if (lead == 0xE0)
+            low = 0xA0;
+        else if (lead == 0xED)
+            high = 0x9F;
+    } else if (lead >= 0xF0 && lead <= 0xF4) {
+        length = 4;
+        if (lead == 0xF0)
+            low = 0x90;
+        else if (lead == 0xF4)
+            high = 0x8F;
+    } else {
+        return 0;
+    }
+    if (end - at < length || byte(1) < low || byte(1) > high)
+        return 0;
+    for (int k = 2; k < length; ++k)
+        if ((byte(k) & 0xC0) != 0x80)
+            return 0;
+    return length;
+}
+
 int hexValue(char c) {
     if (c >= '0' && c <= '9')
         return c - '0';
@@ -178,14 +211,12 @@ void JSONReader::scanString(std::string& decoded, bool& escaped, const char*& ra
             ++p_;
             continue;
         }
-        // A multi-byte UTF-8 sequence: check its shape so damaged text is refused
-        // instead of silently becoming replacement characters.
-        const int length = c >= 0xF0 && c <= 0xF4 ? 4 : c >= 0xE0 ? 3 : c >= 0xC2 && c <= 0xDF ? 2 : 0;
-        if (length == 0 || end_ - p_ < length)
+        // A multi-byte UTF-8 sequence: check it fully (no overlong forms, no encoded
+        // surrogates, nothing past U+10FFFF) so damaged text is refused instead of
+        // silently becoming replacement characters.
+        const int length = utf8SequenceLength(p_, end_);
+        if (length == 0)
             syntaxError("texto UTF-8 inválido");
-        for (int k = 1; k < length; ++k)
-            if ((static_cast<unsigned char>(p_[k]) & 0xC0) != 0x80)
-                syntaxError("texto UTF-8 inválido");
         if (escaped)
             decoded.append(p_, size_t(length));
         p_ += length;
@@ -254,7 +285,8 @@ bool JSONReader::readInteger(qint64& value) {
     // A fraction, an exponent or more than 64 bits: accepted only when the value
     // is whole and fits.
     double d = 0;
-    std::from_chars(start, stop, d);
+    if (std::from_chars(start, stop, d).ec != std::errc())
+        return false;
     if (d == std::floor(d) && d >= -9223372036854775808.0 && d < 9223372036854775808.0) {
         value = qint64(d);
         return true;

@@ -91,6 +91,13 @@ private slots:
         QCOMPARE(failureOf([&] { importFilmsCSV(text, Store{}); }), message);
     }
 
+    void hugeStoredCodeRefusesAutomaticCodes() {
+        Store store;
+        store.films.append(Film{"old", "Velho", "", 1, 500, std::numeric_limits<qint64>::max()});
+        QCOMPARE(failureOf([&] { importFilmsCSV(QStringLiteral("FILME\nNovo"), store); }), invalid(2));
+        QCOMPARE(importFilmsCSV(QStringLiteral("FILME;CÓDIGO\nNovo;7"), store).films.last().code, 7);
+    }
+
     void importsFirstSample() {
         const Store store = importFilmsCSV(firstSample, Store{});
         QCOMPARE(store.films.size(), 1);

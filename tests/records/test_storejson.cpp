@@ -133,6 +133,10 @@ private slots:
         QTest::addColumn<QByteArray>("json");
         const QByteArray head = R"({"films":[],"customers":[],"rentals":[],"entries":[],"locadoraName":)";
         QTest::newRow("invalid UTF-8") << head + "\"a\xff\"}";
+        QTest::newRow("overlong UTF-8") << head + "\"a\xe0\x80\x80\"}";
+        QTest::newRow("encoded surrogate") << head + "\"a\xed\xa0\x80\"}";
+        QTest::newRow("beyond U+10FFFF") << head + "\"a\xf4\x90\x80\x80\"}";
+        QTest::newRow("lead byte F5") << head + "\"a\xf5\x80\x80\"}";
         QTest::newRow("raw line break in text") << head + "\"a\nb\"}";
         QTest::newRow("lone surrogate escape") << head + R"("\ud800"})";
         QTest::newRow("trailing text") << head + R"("a"} x)";
@@ -145,6 +149,16 @@ private slots:
     void damagedBytesAreRefused() {
         QFETCH(QByteArray, json);
         QVERIFY_THROWS_EXCEPTION(StoreJSONError, decodeStore(json));
+    }
+
+    void anyStoredDateConvertsSafely() {
+        for (const double seconds : {1e300, -1e300, 8e15, -0.0})
+            QVERIFY(Instant{seconds}.toDateTime().isValid());
+        QVERIFY(Instant{1e300}.toDateTime() > Instant{1e12}.toDateTime());
+        const QString text = QString::fromUtf8("Ç🎞");
+        Store store = sparseStore();
+        store.films[0].title = text;
+        QCOMPARE(decodeStore(encodeStore(store)).films[0].title, text); // well-formed 2- and 4-byte text still reads
     }
 
     void nonFiniteDatesCannotBeWritten() {
@@ -189,6 +203,9 @@ private slots:
         QTest::newRow("record not an object") << QByteArray(R"({"films":[3],)" + lists + "}") << "films";
         QTest::newRow("baseline as text")
             << QByteArray(R"({"films":[],)" + lists + R"(,"reportRentalBaseline":"3"})") << "reportRentalBaseline";
+        QTest::newRow("integer beyond a double")
+            << QByteArray(R"({"films":[{"id":"a","title":"t","genre":"g","copies":-1e400,"price":1}],)" + lists + "}")
+            << "copies";
         QTest::newRow("integer beyond 64 bits")
             << QByteArray(R"({"films":[{"id":"a","title":"t","genre":"g","copies":1,"price":1e30}],)" + lists + "}")
             << "price";
