@@ -127,7 +127,6 @@ void App::launch() {
     QPalette tableColours = table->palette();
     tableColours.setColor(QPalette::Base, DOS::blue());
     table->setPalette(tableColours);
-    table->setShowGrid(true);
     qApp->installEventFilter(this);
     observeEditing();
     render();
@@ -269,6 +268,7 @@ void App::buildWorkingView() {
         entry->setTag(tag);
         entry->setFixedWidth(220);
         entry->setDrawsDOSBorder(true);
+        entry->setShowsFocusOutline(false);
         connect(entry, &QPushButton::clicked, this, [this, entry] { changeSection(entry); });
         menu->addWidget(entry, 0, Qt::AlignLeft);
         navButtons.append(entry);

@@ -19,6 +19,7 @@ void setForeground(QWidget* widget, QPalette::ColorRole role, const QColor& colo
 }
 
 void styleLabel(QLabel* label, qreal size) {
+    label->setTextFormat(Qt::PlainText); // film titles and shop names are text, never markup
     label->setFont(DOS::font(size));
     setForeground(label, QPalette::WindowText, DOS::text());
     label->setTextInteractionFlags(Qt::NoTextInteraction);

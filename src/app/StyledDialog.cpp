@@ -126,6 +126,7 @@ StyledDialog::StyledDialog(App& app, ModalAlert alert, QWidget* parent)
     outer->addLayout(column);
 
     auto* heading = new QLabel(m_title);
+    heading->setTextFormat(Qt::PlainText); // film titles and shop names are text, never markup
     heading->setWordWrap(true);
     heading->setMaximumWidth(500);
     heading->setFont(DOS::font(14));
@@ -134,6 +135,7 @@ StyledDialog::StyledDialog(App& app, ModalAlert alert, QWidget* parent)
 
     if (!alert.text.isEmpty()) { // only when the text was not moved into the box
         auto* body = new QLabel(alert.text);
+        body->setTextFormat(Qt::PlainText);
         body->setWordWrap(true);
         body->setMaximumWidth(500);
         body->setFont(DOS::font(14));
@@ -153,7 +155,6 @@ StyledDialog::StyledDialog(App& app, ModalAlert alert, QWidget* parent)
     for (int i = 0; i < titles.size(); ++i) {
         auto* button = new DOSButton(titles[i]);
         button->setFont(DOS::font(14));
-        button->setCentersTitle(true);
         button->setFocusPolicy(Qt::StrongFocus);
         button->setAutoDefault(false);
         button->setTag(i);

@@ -79,8 +79,9 @@ void DOSButton::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing, false);
     const bool active = isActive();
     painter.fillRect(rect(), active ? DOS::border() : m_normalColor);
-    if (m_drawsDOSBorder) {
-        painter.setPen(QPen(DOS::border(), 1));
+    const bool outlined = m_showsFocusOutline && hasFocus();
+    if (m_drawsDOSBorder || outlined) {
+        painter.setPen(QPen(outlined ? DOS::yellow() : DOS::border(), 1));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }
@@ -96,6 +97,11 @@ void DOSButton::paintEvent(QPaintEvent*) {
     painter.setPen(DOS::text());
     const QFontMetricsF metrics(font());
     painter.drawText(QPointF(area.left(), area.top() + metrics.ascent()), text());
+}
+
+void DOSButton::setShowsFocusOutline(bool shows) {
+    m_showsFocusOutline = shows;
+    update();
 }
 
 void DOSButton::focusInEvent(QFocusEvent* event) {

@@ -28,6 +28,10 @@ public:
     void setOn(bool on);
     int tag() const { return m_tag; }
     void setTag(int tag) { m_tag = tag; }
+    // A green frame while the button has the keyboard focus, so Tab shows which
+    // button Return or Space will press. The main menu marks its entry with "on" instead.
+    bool showsFocusOutline() const { return m_showsFocusOutline; }
+    void setShowsFocusOutline(bool shows);
 
     // Pressed or on.
     bool isActive() const;
@@ -54,4 +58,5 @@ private:
     std::optional<std::pair<int, int>> m_shortcutRange;
     bool m_on = false;
     int m_tag = 0;
+    bool m_showsFocusOutline = true;
 };

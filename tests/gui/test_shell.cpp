@@ -3,6 +3,7 @@
 #include "look/DOS.h"
 #include "look/DOSButton.h"
 #include "look/DOSSearchField.h"
+#include "look/DOSTable.h"
 #include "look/SplashView.h"
 #include "records/DateText.h"
 #include "storage/LocalDatabase.h"
@@ -110,6 +111,11 @@ void ShellTest::windowFrameAndMenuBar() {
     QCOMPARE(app->footerButtons.size(), 2);
     QCOMPARE(app->navButtons.first()->shortcutRange(), std::make_optional(std::pair<int, int>(0, 4)));
     QCOMPARE(app->settingsButton->accessibleName(), QStringLiteral("Alterar nome da locadora"));
+    QVERIFY(!app->table->showGrid()); // rows are parted by vertical lines only
+    QVERIFY(!app->navButtons.first()->showsFocusOutline());
+    QVERIFY(app->footerButtons.first()->showsFocusOutline());
+    const std::unique_ptr<QLabel> markup(app->label("<b>A & B</b>"));
+    QCOMPARE(markup->textFormat(), Qt::PlainText); // titles are never markup
 
     const QList<QAction*> menus = app->window->menuBar()->actions();
     QCOMPARE(menus.size(), 2);

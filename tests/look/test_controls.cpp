@@ -25,6 +25,7 @@ private slots:
     void pressedButtonFillsWithBorderAndInkBox();
     void fillFollowsState_data();
     void fillFollowsState();
+    void focusOutlineFollowsKeyboardFocus();
     void titlePlacement();
     void titleRectNeverNegative_data();
     void titleRectNeverNegative();
@@ -111,6 +112,28 @@ void TestControls::fillFollowsState() {
     QCOMPARE(image.pixel(3, 3), rgb(fill));
     QCOMPARE(image.pixel(0, 0), rgb(corner));
     QCOMPARE(image.pixel(219, 33), rgb(corner));
+}
+
+void TestControls::focusOutlineFollowsKeyboardFocus() {
+    QWidget window;
+    auto* plain = new DOSButton("VOLTAR", &window);
+    auto* menuEntry = new DOSButton("[F1] CADASTRAR FITA", &window);
+    plain->setGeometry(0, 0, 130, 34);
+    menuEntry->setGeometry(0, 40, 220, 34);
+    menuEntry->setShowsFocusOutline(false);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+
+    plain->setFocus();
+    QTRY_VERIFY(plain->hasFocus());
+    QCOMPARE(render::of(*plain).pixel(0, 0), rgb(DOS::yellow()));
+    QCOMPARE(render::of(*plain).pixel(4, 4), rgb(DOS::blue()));
+
+    menuEntry->setFocus();
+    QTRY_VERIFY(menuEntry->hasFocus());
+    QCOMPARE(render::of(*menuEntry).pixel(0, 0), rgb(DOS::border()));
+    QCOMPARE(render::of(*plain).pixel(0, 0), rgb(DOS::border()));
 }
 
 void TestControls::titlePlacement() {
