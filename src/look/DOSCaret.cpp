@@ -1,5 +1,8 @@
 #include "look/DOSCaret.h"
 
+#include "look/DOS.h"
+#include "look/DOSStyle.h"
+
 #include <QApplication>
 #include <QEvent>
 #include <QLineEdit>
@@ -61,4 +64,13 @@ void DOSCaret::blink() {
     m_phaseOn = !m_phaseOn;
     m_lastRect = rect();
     m_field->update(m_lastRect);
+}
+
+DOSCaret* DOSCaret::installOn(QLineEdit* field) {
+    field->setFrame(false);
+    field->setAttribute(Qt::WA_MacShowFocusRect, false);
+    QPalette palette = DOSStyle::dosPalette();
+    palette.setColor(QPalette::Base, DOS::ink());
+    field->setPalette(palette);
+    return new DOSCaret(field);
 }

@@ -19,6 +19,9 @@ public:
 
     explicit DOSCaret(QLineEdit* field);
 
+    // Readies a frameless line edit on the darkest ground and gives it this caret.
+    static DOSCaret* installOn(QLineEdit* field);
+
     // Fields that carry this property get no caret of Qt's own from DOSStyle.
     static const char* propertyName() { return "dosDrawsOwnCaret"; }
 

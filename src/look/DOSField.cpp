@@ -10,12 +10,7 @@
 DOSField::DOSField(QWidget* parent) : DOSField(QString(), parent) {}
 
 DOSField::DOSField(const QString& text, QWidget* parent) : QLineEdit(text, parent) {
-    setFrame(false);
-    setAttribute(Qt::WA_MacShowFocusRect, false);
-    m_caret = new DOSCaret(this);
-    QPalette palette = DOSStyle::dosPalette();
-    palette.setColor(QPalette::Base, DOS::ink());
-    setPalette(palette);
+    m_caret = DOSCaret::installOn(this);
     setTextMargins(4, 2, 4, 2);
     setFont(DOS::font(16));
     keepHardEdges();

@@ -14,12 +14,7 @@ constexpr int textInset = 30;
 
 DOSSearchField::DOSSearchField(QWidget* parent) : QLineEdit(parent) {
     setFont(DOS::font(16));
-    setFrame(false);
-    setAttribute(Qt::WA_MacShowFocusRect, false);
-    m_caret = new DOSCaret(this);
-    QPalette palette = DOSStyle::dosPalette();
-    palette.setColor(QPalette::Base, DOS::ink());
-    setPalette(palette);
+    m_caret = DOSCaret::installOn(this);
     setTextMargins(textInset - lineEditMargin, 2, textInset - lineEditMargin, 2);
 }
 
