@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/ModalAlert.h"
+#include "app/Sections.h"
 #include "records/Instant.h"
 #include "records/Records.h"
 
@@ -31,18 +33,16 @@ class MatchList;
 class RecordForm;
 class SplashView;
 
-// What a message, question or small form holds before styledModal shows it.
-struct ModalAlert {
-    QString title;
-    QString text;
-    QStringList buttons;          // in order; none means the single "OK"
-    QWidget* accessory = nullptr; // the dialog takes ownership
-    QWidget* initialFocus = nullptr;
+// The widgets of the screen on show that the controller keeps a hand on. Every
+// render starts from an empty set, so no screen sees another one's widgets.
+struct ScreenWidgets {
+    QList<DOSButton*> actionButtons; // the action row(s), in order
+    QList<DOSButton*> tabs;
+    DOSButton* importButton = nullptr;
+    DOSPopup* genrePopup = nullptr;
+    DOSButton* sortButton = nullptr;
+    RecordForm* formView = nullptr;
 };
-
-inline constexpr int homeSection = 11; // the main menu
-inline constexpr int firstButtonAnswer = 1000;
-inline constexpr int abortAnswer = -1001;
 
 // The controller: owns the window, the store in memory, the database and every
 // screen. One class; its member functions live in the App*.cpp files by screen.
@@ -129,26 +129,19 @@ public:
     QPointer<QWidget> body;
     QList<DOSButton*> navButtons;
     QList<DOSButton*> footerButtons;
-    QList<DOSButton*> actionButtons;
-    QList<DOSButton*> tabs;
     DOSButton* settingsButton = nullptr;
     QPointer<QLabel> brand;
     QPointer<QLabel> status;
     QPointer<DOSSearchField> search;
     QPointer<DOSTable> table;
-    DOSButton* importButton = nullptr;
+    ScreenWidgets screen;
     std::optional<QString> selectedGenre;
-    DOSPopup* genrePopup = nullptr;
     bool alphabeticalFilms = true;
     bool alphabeticalClients = true;
-    DOSButton* sortButton = nullptr;
     bool editingEnabled = true;
-    RecordForm* formView = nullptr;
     std::optional<QString> editID;
     std::optional<QString> rentalFilm;
     std::optional<QString> rentalCustomer;
-    MatchList* filmMatches = nullptr;
-    MatchList* clientMatches = nullptr;
     bool onlyLate = false;
     QStringList filteredIDs;
     std::optional<QMetaObject::Connection> editingObserver;
@@ -165,6 +158,9 @@ public:
     std::function<qsizetype(qsizetype count)> randomIndex; // uniform in 0 … count − 1
     std::function<void()> terminate;
     bool windowOnScreen = true; // false: laid out and drawn, never shown (preview)
+    // How often the key map and the search reaction ran: each must run once per cause.
+    int keyMapRuns = 0;
+    int searchRuns = 0;
 
 private:
     QVBoxLayout* bodyLayout() const;

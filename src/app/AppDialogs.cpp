@@ -29,7 +29,7 @@ int heightOf(QWidget* view) {
 
 int App::styledModal(ModalAlert alert) {
     prepareModalText(alert);
-    QPointer<StyledDialog> dialog = new StyledDialog(*this, std::move(alert), window);
+    QPointer<StyledDialog> dialog = new StyledDialog(std::move(alert), window);
     const int answer = dialog->run();
     delete dialog.data();
     return answer;
@@ -38,8 +38,8 @@ int App::styledModal(ModalAlert alert) {
 void App::prepareModalText(ModalAlert& alert) {
     if (alert.text.isEmpty())
         return;
-    QWidget* existing = alert.accessory;
-    const int existingHeight = existing != nullptr ? heightOf(existing) : 0;
+    std::unique_ptr<QWidget> existing = std::move(alert.accessory);
+    const int existingHeight = existing != nullptr ? heightOf(existing.get()) : 0;
 
     qsizetype rows = 0;
     for (const QString& line : alert.text.split(QLatin1Char('\n'))) {
@@ -48,10 +48,10 @@ void App::prepareModalText(ModalAlert& alert) {
     }
     const int boxHeight = int(std::clamp<qsizetype>(rows * rowHeight + 12, 70, 280));
 
-    auto* container = new QWidget;
+    auto container = std::make_unique<QWidget>();
     container->setFixedSize(boxWidth, boxHeight + (existingHeight > 0 ? existingHeight + gap : 0));
 
-    auto* box = new WrappingSynopsisView(container);
+    auto* box = new WrappingSynopsisView(container.get());
     box->setGeometry(0, 0, boxWidth, boxHeight);
     box->setReadOnly(true);
     box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -67,11 +67,12 @@ void App::prepareModalText(ModalAlert& alert) {
 
     if (existing != nullptr) {
         const QSize size(existing->testAttribute(Qt::WA_Resized) ? existing->size() : existing->sizeHint());
-        existing->setParent(container);
-        existing->setGeometry(0, boxHeight + gap, size.width(), size.height());
+        QWidget* below = existing.release(); // the container owns it from here
+        below->setParent(container.get());
+        below->setGeometry(0, boxHeight + gap, size.width(), size.height());
     }
     alert.text.clear();
-    alert.accessory = container;
+    alert.accessory = std::move(container);
 }
 
 void App::alert(const QString& title, const QString& text) {
@@ -87,22 +88,22 @@ std::optional<QStringList> App::form(const QString& title, const QList<QPair<QSt
     question.title = title;
     question.buttons = {ok, QStringLiteral("CANCELAR")};
 
-    auto* container = new QWidget;
+    auto container = std::make_unique<QWidget>();
     container->setFixedSize(formWidth, int(fields.size()) * formBand);
     // The dialog and its fields are gone when styledModal returns; keep their texts here.
     auto texts = std::make_shared<QStringList>();
     for (int i = 0; i < fields.size(); ++i) {
         QLabel* caption = label(fields[i].first, 14);
-        caption->setParent(container);
+        caption->setParent(container.get());
         caption->setGeometry(0, i * formBand + 4, formWidth, 24);
-        auto* field = new DOSField(fields[i].second, container);
+        auto* field = new DOSField(fields[i].second, container.get());
         field->setGeometry(0, i * formBand + 30, formWidth, 28);
         texts->append(fields[i].second);
         connect(field, &QLineEdit::textChanged, field, [texts, i](const QString& text) { (*texts)[i] = text; });
         if (question.initialFocus == nullptr)
             question.initialFocus = field;
     }
-    question.accessory = container;
+    question.accessory = std::move(container);
 
     if (styledModal(std::move(question)) != firstButtonAnswer)
         return std::nullopt;

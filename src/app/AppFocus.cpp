@@ -1,101 +1,24 @@
 #include "app/App.h"
 
-#include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QApplication>
-#include <QItemSelectionModel>
-#include <QKeyEvent>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QTextEdit>
+#include "app/FocusRing.h"
 
-namespace {
+#include <QMainWindow>
 
-constexpr Qt::KeyboardModifiers commandKeys = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+// The controller's ring helpers default to the main window.
 
-QWidget* firstResponder(QWidget* inWindow) {
-    return inWindow != nullptr ? inWindow->window()->focusWidget() : QApplication::focusWidget();
-}
-
-} // namespace
-
-void App::focus(QWidget* view, QWidget* inWindow) {
-    if (view == nullptr)
-        return;
-    Q_UNUSED(inWindow) // a widget only ever takes the focus of its own window
-    view->setFocus(Qt::OtherFocusReason);
-    if (auto* items = qobject_cast<QAbstractItemView*>(view)) {
-        QAbstractItemModel* model = items->model();
-        QItemSelectionModel* selection = items->selectionModel();
-        if (model != nullptr && selection != nullptr && !selection->hasSelection() && model->rowCount() > 0)
-            selection->setCurrentIndex(model->index(0, 0),
-                                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    }
-    view->update();
+void App::focus(QWidget* view, QWidget*) {
+    // A widget only ever takes the focus of its own window.
+    FocusRing::focus(view);
 }
 
 std::optional<int> App::focusedIndex(const QList<QWidget*>& controls, QWidget* inWindow) const {
-    QWidget* responder = firstResponder(inWindow);
-    if (responder == nullptr)
-        return std::nullopt;
-    for (int i = 0; i < controls.size(); ++i) {
-        QWidget* control = controls[i];
-        if (control != nullptr && (control == responder || control->isAncestorOf(responder)))
-            return i;
-    }
-    return std::nullopt;
+    return FocusRing::focusedIndex(controls, inWindow != nullptr ? inWindow : window);
 }
 
 bool App::handleKeyboard(QKeyEvent* event, const QList<QWidget*>& controls, QWidget* inWindow) {
-    if (handleClipboard(event, inWindow))
-        return true;
-    if ((event->modifiers() & commandKeys) || controls.isEmpty())
-        return false;
-    const std::optional<int> current = focusedIndex(controls, inWindow);
-    const int count = int(controls.size());
-    const int key = event->key();
-
-    if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
-        const bool backwards = key == Qt::Key_Backtab || (event->modifiers() & Qt::ShiftModifier);
-        const int next = current ? (*current + (backwards ? count - 1 : 1)) % count : 0;
-        focus(controls[next], inWindow);
-        return true;
-    }
-    if ((key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) && current) {
-        if (auto* pressable = qobject_cast<QAbstractButton*>(controls[*current])) {
-            pressable->click();
-            return true;
-        }
-    }
-    return false;
+    return FocusRing::handleKeyboard(event, controls, inWindow != nullptr ? inWindow : window);
 }
 
 bool App::handleClipboard(QKeyEvent* event, QWidget* inWindow) {
-    if ((event->modifiers() & commandKeys) != Qt::ControlModifier)
-        return false;
-    const int key = event->key();
-    if (key != Qt::Key_C && key != Qt::Key_X && key != Qt::Key_V && key != Qt::Key_A)
-        return false;
-    QWidget* responder = firstResponder(inWindow);
-
-    // Consumed even where the text cannot change, so the keys never act elsewhere.
-    auto act = [key](auto* text) {
-        const bool editable = !text->isReadOnly();
-        if (key == Qt::Key_C)
-            text->copy();
-        else if (key == Qt::Key_X && editable)
-            text->cut();
-        else if (key == Qt::Key_V && editable)
-            text->paste();
-        else if (key == Qt::Key_A)
-            text->selectAll();
-        return true;
-    };
-    if (auto* line = qobject_cast<QLineEdit*>(responder))
-        return act(line);
-    if (auto* plain = qobject_cast<QPlainTextEdit*>(responder))
-        return act(plain);
-    if (auto* rich = qobject_cast<QTextEdit*>(responder))
-        return act(rich);
-    return false;
+    return FocusRing::handleClipboard(event, inWindow != nullptr ? inWindow : window);
 }

@@ -26,6 +26,15 @@ bool isProgramMenuKey(const QKeyEvent* event) {
     }
 }
 
+constexpr Qt::KeyboardModifiers commandKeys = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+
+// A key press travels from the focus widget up through its parents, and an
+// application filter sees it at every step: act only where it starts.
+bool isFirstReceiver(const QWidget* widget) {
+    const QWidget* focused = widget->window()->focusWidget();
+    return widget == (focused != nullptr ? focused : widget->window());
+}
+
 } // namespace
 
 // The key filter: every key press of the main window passes here before the
@@ -34,7 +43,7 @@ bool App::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
         return false;
     auto* widget = qobject_cast<QWidget*>(watched);
-    if (window == nullptr || widget == nullptr || widget->window() != window)
+    if (window == nullptr || widget == nullptr || widget->window() != window || !isFirstReceiver(widget))
         return false;
     if (QApplication::activeModalWidget() != nullptr)
         return false; // the dialog has its own key handling
@@ -64,6 +73,38 @@ bool App::eventFilter(QObject* watched, QEvent* event) {
     return mainKey(key);
 }
 
-bool App::mainKey(QKeyEvent*) {
+bool App::mainKey(QKeyEvent* event) {
+    ++keyMapRuns;
+    if (isFunctionKey(event->key()) && !(event->modifiers() & commandKeys)) {
+        switch (event->key()) {
+        case Qt::Key_F1:
+            navigate(Section::films);
+            showCreate();
+            return true;
+        case Qt::Key_F2:
+            navigate(Section::customers);
+            return true;
+        case Qt::Key_F3:
+            navigate(Section::rental);
+            return true;
+        case Qt::Key_F4:
+            navigate(Section::films);
+            return true;
+        case Qt::Key_F5:
+            navigate(Section::rented);
+            return true;
+        case Qt::Key_F6:
+            navigate(Section::reports);
+            return true;
+        case Qt::Key_F7:
+            suggestHouse();
+            return true;
+        case Qt::Key_F9:
+            navigate(Section::help);
+            return true;
+        default:
+            break; // F8 has no action
+        }
+    }
     return false;
 }

@@ -10,7 +10,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMainWindow>
-#include <QSignalBlocker>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -19,7 +18,7 @@
 void App::enterProgram(QObject*) {
     Q_ASSERT(window != nullptr && workingView != nullptr);
     showingSplash = false;
-    section = homeSection;
+    section = Section::home;
     content->setCurrentWidget(workingView);
     if (workingView->findChild<CRTOverlay*>(QString(), Qt::FindDirectChildrenOnly) == nullptr) {
         auto* overlay = new CRTOverlay(workingView);
@@ -36,11 +35,7 @@ void App::navigate(int newSection) {
         if (QWidget* focused = window->focusWidget())
             focused->clearFocus();
     section = newSection;
-    {
-        // Emptying the field is not the operator searching.
-        QSignalBlocker quiet(search);
-        search->clear();
-    }
+    search->clear(); // the search reacts to the operator's edits only
     editID.reset();
     onlyLate = false;
     render();
@@ -54,14 +49,14 @@ void App::navigate(int newSection) {
 
 void App::changeSection(DOSButton* sender) {
     switch (sender->tag()) {
-    case 10:
-        navigate(4);
+    case MenuCommand::newFilm:
+        navigate(Section::films);
         showCreate();
         break;
-    case 8:
+    case MenuCommand::suggestion:
         suggestHouse();
         break;
-    case 9:
+    case MenuCommand::exit:
         exitProgram();
         break;
     default:
@@ -70,16 +65,16 @@ void App::changeSection(DOSButton* sender) {
 }
 
 void App::showHome() {
-    navigate(homeSection);
+    navigate(Section::home);
     focus(menuHeading);
 }
 
 void App::showCash() {
-    navigate(6);
+    navigate(Section::cash);
 }
 
 void App::showHelp() {
-    navigate(7);
+    navigate(Section::help);
 }
 
 void App::showList() {
@@ -129,19 +124,12 @@ void App::render() {
         entry->update();
     }
     clearBody();
-    actionButtons.clear();
-    tabs.clear();
-    sortButton = nullptr;
-    importButton = nullptr;
-    genrePopup = nullptr;
-    formView = nullptr;
-    filmMatches = nullptr;
-    clientMatches = nullptr;
-    menuHeading->setOn(section == homeSection);
+    screen = {};
+    menuHeading->setOn(section == Section::home);
     menuHeading->update();
 
     switch (section) {
-    case homeSection: {
+    case Section::home: {
         auto* home = new SplashView;
         home->setBorderWidth(0);
         home->enterButton()->hide();
@@ -149,60 +137,60 @@ void App::render() {
         addBody(home, 1);
         return;
     }
-    case 7:
+    case Section::help:
         helpScreen();
         return;
-    case 0:
+    case Section::rental:
         rentalScreen();
         return;
     default:
         break;
     }
 
-    if (section == 3 || section == 4) {
+    if (section == Section::customers || section == Section::films) {
         auto* tools = new QWidget;
         auto* row = new QHBoxLayout(tools);
         row->setContentsMargins(0, 0, 0, 0);
         row->setSpacing(16);
-        if (section == 3) {
+        if (section == Section::customers) {
             DOSButton* create = button(QStringLiteral("CADASTRAR"), std::bind_front(&App::showCreate, this));
             create->setFixedWidth(130);
             row->addWidget(create);
         }
-        const bool alphabetical = section == 3 ? alphabeticalClients : alphabeticalFilms;
-        sortButton = button(alphabetical ? QStringLiteral("ORDEM: A–Z") : QStringLiteral("ORDEM: CÓDIGO"),
+        const bool alphabetical = section == Section::customers ? alphabeticalClients : alphabeticalFilms;
+        screen.sortButton = button(alphabetical ? QStringLiteral("ORDEM: A–Z") : QStringLiteral("ORDEM: CÓDIGO"),
                             std::bind_front(&App::toggleOrder, this));
-        sortButton->setFixedWidth(190);
-        row->addWidget(sortButton);
-        if (section == 4) {
-            importButton = button(QStringLiteral("IMPORTAR CSV"), std::bind_front(&App::importFilmCSV, this));
-            importButton->setFixedWidth(150);
-            row->addWidget(importButton);
+        screen.sortButton->setFixedWidth(190);
+        row->addWidget(screen.sortButton);
+        if (section == Section::films) {
+            screen.importButton = button(QStringLiteral("IMPORTAR CSV"), std::bind_front(&App::importFilmCSV, this));
+            screen.importButton->setFixedWidth(150);
+            row->addWidget(screen.importButton);
         }
         row->addStretch(1);
         addBody(tools);
     }
-    if (section == 4)
+    if (section == Section::films)
         addGenreFilter();
     showTable();
 
     switch (section) {
-    case 1:
+    case Section::rented:
         actionRow({{QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRental, this)}});
         break;
-    case 2:
+    case Section::returns:
         actionRow({{QStringLiteral("FINALIZAR"), std::bind_front(&App::returnRental, this)}});
         break;
-    case 3:
+    case Section::customers:
         actionRow({{QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRecord, this)}});
         break;
-    case 4:
+    case Section::films:
         actionRow({{QStringLiteral("BAIXAR ARQUIVO CSV"), std::bind_front(&App::exportCSV, this)},
                    {QStringLiteral("EDITAR"), std::bind_front(&App::editRecordFromList, this)},
                    {QStringLiteral("APAGAR"), std::bind_front(&App::deleteSelected, this)},
                    {QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRecord, this)}});
         break;
-    case 5:
+    case Section::reports:
         actionRow({{QStringLiteral("BAIXAR ARQUIVO CSV"), std::bind_front(&App::exportCSV, this)},
                    {QStringLiteral("RELATÓRIO MATRICIAL"), std::bind_front(&App::printReport, this)}});
         break;

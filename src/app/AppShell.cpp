@@ -212,9 +212,9 @@ void App::buildWindow() {
 }
 
 void App::buildWorkingView() {
-    auto* screen = new WorkingScreen;
-    workingView = screen;
-    auto* rows = new QVBoxLayout(screen);
+    auto* working = new WorkingScreen;
+    workingView = working;
+    auto* rows = new QVBoxLayout(working);
     rows->setSpacing(12);
     rows->setContentsMargins(20, 20, 20, 18);
 
@@ -242,7 +242,11 @@ void App::buildWorkingView() {
     QPalette searchColours = search->palette();
     searchColours.setColor(QPalette::Base, DOS::ink());
     search->setPalette(searchColours);
-    connect(search, &QLineEdit::textChanged, this, [this] { searchChanged(); });
+    // Only the operator's typing searches; texts the program sets do not.
+    connect(search, &QLineEdit::textEdited, this, [this] {
+        ++searchRuns;
+        searchChanged();
+    });
     rows->addWidget(search);
 
     auto* contentRow = new QHBoxLayout;
@@ -258,10 +262,13 @@ void App::buildWorkingView() {
     menuHeading->setFixedWidth(220);
     menu->addWidget(menuHeading, 0, Qt::AlignLeft);
     const QList<QPair<QString, int>> entries = {
-        {QStringLiteral("[F1] CADASTRAR FITA"), 10},  {QStringLiteral("[F2] CLIENTES"), 3},
-        {QStringLiteral("[F3] ALUGAR"), 0},           {QStringLiteral("[F4] LISTA DE FILMES"), 4},
-        {QStringLiteral("[F5] LOCADOS"), 1},          {QStringLiteral("[F6] RELATÓRIOS"), 5},
-        {QStringLiteral("[F7] SUGESTÃO DA CASA"), 8},
+        {QStringLiteral("[F1] CADASTRAR FITA"), MenuCommand::newFilm},
+        {QStringLiteral("[F2] CLIENTES"), Section::customers},
+        {QStringLiteral("[F3] ALUGAR"), Section::rental},
+        {QStringLiteral("[F4] LISTA DE FILMES"), Section::films},
+        {QStringLiteral("[F5] LOCADOS"), Section::rented},
+        {QStringLiteral("[F6] RELATÓRIOS"), Section::reports},
+        {QStringLiteral("[F7] SUGESTÃO DA CASA"), MenuCommand::suggestion},
     };
     for (const auto& [title, tag] : entries) {
         DOSButton* entry = button(title, {});
@@ -274,7 +281,7 @@ void App::buildWorkingView() {
         navButtons.append(entry);
     }
     menu->addWidget(new QWidget, 1);
-    screen->setShadowed(menuPanel);
+    working->setShadowed(menuPanel);
     contentRow->addWidget(menuPanel);
 
     auto* bodyPanel = new QWidget;

@@ -58,7 +58,7 @@ void App::actionRow(const QList<QPair<QString, Action>>& items) {
         made->setNormalColor(DOS::ink());
         made->setMinimumWidth(std::max(130, 9 * int(title.size()) + 22));
         buttons->addWidget(made);
-        actionButtons.append(made);
+        screen.actionButtons.append(made);
     }
     addBody(row);
 }

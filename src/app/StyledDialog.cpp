@@ -1,5 +1,6 @@
 #include "app/StyledDialog.h"
 
+#include "app/FocusRing.h"
 #include "app/WrappingSynopsisView.h"
 #include "look/DOS.h"
 #include "look/DOSButton.h"
@@ -92,9 +93,8 @@ bool isEditingMultilineText(QWidget* widget) {
 
 } // namespace
 
-StyledDialog::StyledDialog(App& app, ModalAlert alert, QWidget* parent)
-    : QDialog(parent), m_app(app), m_title(alert.title), m_accessory(alert.accessory),
-      m_initialFocus(alert.initialFocus) {
+StyledDialog::StyledDialog(ModalAlert alert, QWidget* parent)
+    : QDialog(parent), m_title(alert.title), m_accessory(alert.accessory.get()), m_initialFocus(alert.initialFocus) {
     setWindowTitle(m_title.isEmpty() ? QStringLiteral("CINEFITA") : m_title);
     setModal(true);
     setResult(abortAnswer);
@@ -143,7 +143,7 @@ StyledDialog::StyledDialog(App& app, ModalAlert alert, QWidget* parent)
         column->addWidget(body);
     }
     if (m_accessory != nullptr) {
-        column->addWidget(m_accessory);
+        column->addWidget(alert.accessory.release());
         restyle(m_accessory);
         collectRing(m_accessory, m_ring);
     }
@@ -210,6 +210,9 @@ bool StyledDialog::eventFilter(QObject* watched, QEvent* event) {
     auto* widget = qobject_cast<QWidget*>(watched);
     if (widget == nullptr || widget->window() != this || QApplication::activeModalWidget() != this)
         return false;
+    // The press travels up from the focus widget; answer it once, where it starts.
+    if (widget != (focusWidget() != nullptr ? focusWidget() : this))
+        return false;
     auto* key = static_cast<QKeyEvent*>(event);
 
     if (isRewindQuestion()) {
@@ -223,7 +226,7 @@ bool StyledDialog::eventFilter(QObject* watched, QEvent* event) {
         done(isRewindQuestion() || m_buttons.size() < 2 ? abortAnswer : response(1));
         return true;
     }
-    if (m_app.handleKeyboard(key, m_ring, this))
+    if (FocusRing::handleKeyboard(key, m_ring, this))
         return true;
     // Return is the first button's key equivalent, except where it starts a new line.
     const bool commandKeys = key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
@@ -244,10 +247,12 @@ void StyledDialog::paintEvent(QPaintEvent*) {
 }
 
 void StyledDialog::closeEvent(QCloseEvent* event) {
-    if (m_app.windowShouldClose(this))
+    if (QApplication::activeModalWidget() != this) {
         QDialog::closeEvent(event);
-    else
-        event->ignore();
+        return;
+    }
+    event->ignore();
+    done(abortAnswer);
 }
 
 void StyledDialog::showEvent(QShowEvent* event) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/App.h"
+#include "app/ModalAlert.h"
 
 #include <QDialog>
 #include <QList>
@@ -11,12 +11,13 @@ class WrappingSynopsisView;
 
 // Every message, question and small form: a navy panel with a green frame, the
 // tape icon, the title, the accessory (long text box, form fields) and a row of
-// DOS buttons. Answers are firstButtonAnswer + the button's index, or abortAnswer.
+// DOS buttons. Answers are firstButtonAnswer + the button's index, or abortAnswer;
+// closing the window while it runs is an abort.
 class StyledDialog : public QDialog {
     Q_OBJECT
 
 public:
-    StyledDialog(App& app, ModalAlert alert, QWidget* parent = nullptr);
+    explicit StyledDialog(ModalAlert alert, QWidget* parent = nullptr);
 
     static int response(int index) { return firstButtonAnswer + index; }
 
@@ -45,7 +46,6 @@ protected:
 private:
     bool isRewindQuestion() const;
 
-    App& m_app;
     QString m_title;
     QWidget* m_accessory = nullptr;
     QWidget* m_initialFocus = nullptr;
