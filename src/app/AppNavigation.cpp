@@ -159,7 +159,7 @@ void App::render() {
         }
         const bool alphabetical = section == Section::customers ? alphabeticalClients : alphabeticalFilms;
         screen.sortButton = button(alphabetical ? QStringLiteral("ORDEM: A–Z") : QStringLiteral("ORDEM: CÓDIGO"),
-                            std::bind_front(&App::toggleOrder, this));
+                                   std::bind_front(&App::toggleOrder, this));
         screen.sortButton->setFixedWidth(190);
         row->addWidget(screen.sortButton);
         if (section == Section::films) {

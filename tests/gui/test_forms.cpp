@@ -33,7 +33,9 @@ void FormsTest::matchListPassesTheChosenId() {
     MatchList matches;
     matches.resize(600, 90);
     QStringList chosen;
-    matches.onSelect = [&chosen](const QString& id) { chosen.append(id); };
+    matches.onSelect = [&chosen](const QString& id) {
+        chosen.append(id);
+    };
     matches.set({{"F7", "COD-0007 — ALIEN — R$ 4,00"}, {"F9", "COD-0009 — TUBARÃO — R$ 5,00"}});
     matches.show();
     QVERIFY(QTest::qWaitForWindowExposed(&matches));
