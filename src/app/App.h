@@ -122,7 +122,7 @@ public:
     // ---- State, in this order ----------------------------------------------
     QMainWindow* window = nullptr;
     Store store;
-    int section = 0;
+    int section = Section::rental;
     bool showingSplash = true;
     QWidget* workingView = nullptr;
     DOSButton* menuHeading = nullptr;
