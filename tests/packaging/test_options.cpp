@@ -41,10 +41,10 @@ private slots:
         QTest::newRow("version") << QStringList{"--version"} << versionLine;
         QTest::newRow("help") << QStringList{"--help"} << QStringLiteral("Uso: cinefita");
         QTest::newRow("version before help") << QStringList{"--help", "--version"} << versionLine;
-        QTest::newRow("self-test before help") << QStringList{"--help", "--self-test"}
-                                               << QStringLiteral("PASS: SQLite persistence");
-        QTest::newRow("partial word is no option") << QStringList{"--versions", "--help"}
-                                                   << QStringLiteral("Uso: cinefita");
+        QTest::newRow("self-test before help")
+            << QStringList{"--help", "--self-test"} << QStringLiteral("PASS: SQLite persistence");
+        QTest::newRow("partial word is no option")
+            << QStringList{"--versions", "--help"} << QStringLiteral("Uso: cinefita");
     }
     void chosenMode() {
         QFETCH(QStringList, arguments);
@@ -64,14 +64,14 @@ private slots:
         QTemporaryDir scratch;
         const Run result = runWithoutWindow({QStringLiteral("--help")}, scratch.filePath(QStringLiteral("dados")));
         const QStringList lines = result.out.split(QLatin1Char('\n'));
-        const QStringList items{"--self-test",        "--editing-test",        "--resource-test",
-                                "--preview",          "--print-fixtures",      "--version",
-                                "--help",             "CINEFITA_DATA_DIR",     "CINEFITA_PREVIEW_PATH",
-                                "CINEFITA_PREVIEW_HOME", "CINEFITA_FONT_PATH"};
+        const QStringList items = QStringLiteral("--self-test --editing-test --resource-test --preview "
+                                                 "--print-fixtures --version --help CINEFITA_DATA_DIR "
+                                                 "CINEFITA_PREVIEW_PATH CINEFITA_PREVIEW_HOME CINEFITA_FONT_PATH")
+                                      .split(QLatin1Char(' '));
         for (const QString& item : items) {
             // One line each, starting with the name and explaining it after.
-            const QStringList matching = lines.filter(QRegularExpression(
-                QStringLiteral("^  %1 +\\S").arg(QRegularExpression::escape(item))));
+            const QStringList matching =
+                lines.filter(QRegularExpression(QStringLiteral("^  %1 +\\S").arg(QRegularExpression::escape(item))));
             QVERIFY2(matching.size() == 1, qPrintable(item));
         }
     }
