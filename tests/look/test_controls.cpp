@@ -10,8 +10,11 @@
 #include "look/Render.h"
 
 #include <QApplication>
+#include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QSet>
 #include <QStandardItemModel>
+#include <QStyleOptionSlider>
 #include <QtTest>
 
 using render::count;
@@ -36,6 +39,7 @@ private slots:
     void headerCells();
     void selectedRowTurnsLabelsBlack();
     void gridHasVerticalLinesOnly();
+    void scrollKnobIsLight();
 };
 
 namespace {
@@ -202,6 +206,13 @@ void TestControls::searchFieldTextStartsAfterMagnifier() {
     const QImage image = render::of(search);
     QCOMPARE(image.pixel(0, 0), rgb(DOS::border()));
     QCOMPARE(image.pixel(5, 5), rgb(DOS::ink()));
+    // The ring fills the 11-pixel square at (9, middle - 6), the handle's top touching it.
+    QRect ring;
+    for (int y = 0; y <= 20; ++y)
+        for (int x = 0; x < 26; ++x)
+            if (image.pixel(x, y) == rgb(DOS::text()))
+                ring |= QRect(x, y, 1, 1);
+    QCOMPARE(ring, QRect(9, 10, 11, 11));
     // The handle runs down and to the right of the ring.
     QCOMPARE(image.pixel(21, 16 + 7), rgb(DOS::text()));
     QCOMPARE(image.pixel(21, 16 - 7), rgb(DOS::ink()));
@@ -325,6 +336,28 @@ void TestControls::gridHasVerticalLinesOnly() {
     QCOMPARE(image.pixel(99, 130), rgb(DOS::border())); // down to the bottom, below the rows
     QCOMPARE(image.pixel(50, 33), rgb(DOS::blue()));    // no line between rows
     QCOMPARE(image.pixel(50, 34), rgb(DOS::blue()));
+}
+
+void TestControls::scrollKnobIsLight() {
+    // As in the dialogs' long-text box: a dim knob on the dark groove is hard to find.
+    QPlainTextEdit box;
+    box.setPlainText(QString("LINHA\n").repeated(40));
+    box.resize(300, 120);
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
+    QScrollBar* bar = box.verticalScrollBar();
+    QVERIFY(bar->isVisible());
+    QStyleOptionSlider option;
+    option.initFrom(bar);
+    option.orientation = Qt::Vertical;
+    option.minimum = bar->minimum();
+    option.maximum = bar->maximum();
+    option.pageStep = bar->pageStep();
+    option.sliderPosition = bar->sliderPosition();
+    const QRect knob = bar->style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, bar);
+    const QImage image = render::of(*bar);
+    QCOMPARE(image.pixel(knob.center()), rgb(DOS::text()));
+    QCOMPARE(image.pixel(knob.center().x(), knob.bottom() + 4), rgb(DOS::ink())); // the groove
 }
 
 QTEST_MAIN(TestControls)
