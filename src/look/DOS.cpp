@@ -41,7 +41,7 @@ constexpr qreal enlargement = 1.45;
 constexpr qreal pointsPerInch = 72.0;
 
 // Qt turns a point size into pixels at the primary screen's logical DPI (a whole
-// number); asking in points at that DPI gives fractional pixel sizes.
+// number); asking in points at that DPI keeps fractional pixel sizes in the request.
 qreal logicalDpi() {
     const QScreen* screen = QGuiApplication::primaryScreen();
     return screen != nullptr ? qRound(screen->logicalDotsPerInchY()) : 96;

@@ -21,7 +21,8 @@ QColor selection(); // same value as yellow()
 // Sizes are nominal and count in device-independent pixels. With the pixel font
 // registered the request is enlarged by 45 % (14 -> 20.3, not rounded); without it
 // the system's fixed-pitch font is used at the plain size. The font carries a
-// fractional point size that comes out at that many pixels on the screen.
+// fractional point size that comes out at that many pixels on the screen (Qt 6.4's
+// font loader still draws the glyphs at the nearest whole pixel size).
 QFont font(qreal size);
 
 // Registers the pixel font for this process: the embedded resource when present,
