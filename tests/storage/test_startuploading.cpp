@@ -92,7 +92,7 @@ private slots:
 
     void migratesLegacyFileOnce() {
         QTemporaryDir folder;
-        const QByteArray legacy = legacyDocument();
+        const QByteArray legacy = "\xEF\xBB\xBF" + legacyDocument(); // as a text editor saves it
         writeFile(folder.filePath(QStringLiteral("dados.json")), legacy);
         writeFile(folder.filePath(QStringLiteral("dados-antes-3.0.json")), "old copy");
 
