@@ -7,6 +7,7 @@
 #include "look/SplashView.h"
 #include "records/DateText.h"
 #include "storage/LocalDatabase.h"
+#include "support/RawDatabase.h"
 
 #include <QAction>
 #include <QFile>
@@ -17,7 +18,6 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-#include <sqlite3.h>
 
 namespace {
 
@@ -226,14 +226,12 @@ void ShellTest::commitFailureKeepsTheStore() {
     const Store saved = app->store;
 
     // Another connection holds the write lock past the database's busy timeout.
-    sqlite3* other = nullptr;
-    QCOMPARE(sqlite3_open(databasePath(dir).toUtf8().constData(), &other), SQLITE_OK);
-    QCOMPARE(sqlite3_exec(other, "BEGIN IMMEDIATE;", nullptr, nullptr, nullptr), SQLITE_OK);
+    RawDatabase other(databasePath(dir));
+    QVERIFY(other.exec("BEGIN IMMEDIATE;"));
 
     DialogAnswerer answerer(DialogAnswerer::pressKey(Qt::Key_Return));
     QVERIFY(!app->commit(storeWithFilm()));
-    sqlite3_exec(other, "ROLLBACK;", nullptr, nullptr, nullptr);
-    sqlite3_close(other);
+    other.exec("ROLLBACK;");
 
     QVERIFY(answerer.answered());
     QCOMPARE(answerer.seen().title, QStringLiteral("Não foi possível salvar"));

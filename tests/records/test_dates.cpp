@@ -1,17 +1,8 @@
 #include "records/DateText.h"
+#include "support/Zones.h"
 
 #include <QTest>
 #include <cmath>
-
-namespace {
-
-// Rows tied to one zone's daylight-saving history run only under that TZ; CTest
-// runs this file under each zone.
-bool inZone(const QString& zone) {
-    return zone.isEmpty() || qEnvironmentVariable("TZ") == zone;
-}
-
-} // namespace
 
 class TestDates : public QObject {
     Q_OBJECT

@@ -1,6 +1,7 @@
 #include "records/DateText.h"
 #include "records/FilmCSVError.h"
 #include "records/RentalRules.h"
+#include "support/Zones.h"
 
 #include <QTest>
 #include <limits>
@@ -8,10 +9,6 @@
 namespace {
 
 constexpr qint64 none = -1; // stands for an absent copy in the tables
-
-bool inZone(const QString& zone) {
-    return zone.isEmpty() || qEnvironmentVariable("TZ") == zone;
-}
 
 Instant at(const QString& text) {
     return parseDateTime(text).value();
