@@ -18,23 +18,18 @@ QStringList pieces(const QString& text, const QString& open, const QString& clos
     return found;
 }
 
-// Character references as a browser decodes them; an unknown one stays as it is.
-QString decoded(const QString& raw) {
-    static const QList<std::pair<QString, QString>> references = {
-        {"&amp;", "&"}, {"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&#39;", "'"}};
-    QString text;
-    for (qsizetype i = 0; i < raw.size();) {
-        const auto known = std::find_if(references.cbegin(), references.cend(),
-                                        [&](const auto& reference) { return raw.mid(i).startsWith(reference.first); });
-        text += known == references.cend() ? QString(raw[i]) : known->second;
-        i += known == references.cend() ? 1 : known->first.size();
-    }
-    return text;
+// The character references the pages use, "&amp;" last so none is decoded twice.
+QString decoded(QString text) {
+    return text.replace("&lt;", "<")
+        .replace("&gt;", ">")
+        .replace("&quot;", "\"")
+        .replace("&#39;", "'")
+        .replace("&amp;", "&");
 }
 
 // The page as an HTML tokenizer reads it: each tag as its name and its
-// attributes' names and decoded values, each run of text decoded (title as
-// escapable text, style as raw text). An apostrophe that ends an attribute
+// attributes' names and decoded values, each run of text decoded (the pages'
+// style and title hold no "<"). An apostrophe that ends an attribute
 // early shows up here as a different value and an extra attribute.
 QList<QStringList> tokens(const QString& page) {
     QList<QStringList> found;
@@ -85,12 +80,6 @@ QList<QStringList> tokens(const QString& page) {
         }
         ++i;
         found.append(tag);
-        if (tag[0] == u"title" || tag[0] == u"style") {
-            const qsizetype close = page.indexOf(QStringLiteral("</") + tag[0], i);
-            found.append({QStringLiteral("#text"),
-                          tag[0] == u"title" ? decoded(page.mid(i, close - i)) : page.mid(i, close - i)});
-            i = close;
-        }
     }
     flush();
     return found;
