@@ -1,12 +1,12 @@
 # Thin wrapper: every target installs what is missing first, then uses the CMake presets.
-.PHONY: run test bench format deps
+.PHONY: run test bench package gallery format deps
 
 deps:
 	./scripts/install-deps
 
 run: deps
 	cmake --preset release
-	cmake --build --preset release
+	cmake --build --preset release --target cinefita
 	./build/release/cinefita
 
 test: deps
@@ -19,5 +19,17 @@ bench: deps
 	cmake --build --preset release --target cinefita_bench
 	./build/release/bench/cinefita_bench
 
+# The Debian package: only the program and its icons are built, then CPack collects
+# the installation into build/release/packages/.
+package: deps
+	cmake --preset release
+	cmake --build --preset release --target cinefita cinefita_icons
+	cd build/release && cpack -G DEB
+
+gallery: deps
+	cmake --preset release
+	cmake --build --preset release --target cinefita_gallery
+	QT_QPA_PLATFORM=offscreen ./build/release/tools/gallery/cinefita_gallery build/gallery
+
 format:
-	find src tests bench -name '*.cpp' -o -name '*.h' | xargs -r clang-format -i
+	find src tests bench tools packaging -name '*.cpp' -o -name '*.h' | xargs -r clang-format -i

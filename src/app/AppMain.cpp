@@ -1,4 +1,5 @@
 #include "Modes.h"
+#include "ProgramInfo.h"
 
 #include "app/App.h"
 
@@ -20,6 +21,7 @@ int runApplication(int argc, char** argv, bool preview) {
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("CINEFITA"));
+    QGuiApplication::setDesktopFileName(QStringLiteral(CINEFITA_APP_ID));
     QApplication::setQuitOnLastWindowClosed(true);
 
     App app(QApplication::arguments());

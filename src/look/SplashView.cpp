@@ -1,5 +1,6 @@
 #include "look/SplashView.h"
 
+#include "ProgramInfo.h"
 #include "look/DOS.h"
 #include "look/DOSButton.h"
 #include "look/PixelTitle.h"
@@ -59,7 +60,7 @@ QString SplashView::tagline() {
 }
 
 QString SplashView::notice() {
-    return QStringLiteral("CINEFITA VERSÃO 3.0 • (C) COPYRIGHT 1994 • TODOS OS DIREITOS RESERVADOS");
+    return QStringLiteral("CINEFITA VERSÃO " CINEFITA_VERSION " • (C) COPYRIGHT 1994 • TODOS OS DIREITOS RESERVADOS");
 }
 
 void SplashView::setBorderWidth(int width) {

@@ -1,0 +1,81 @@
+#include <QtTest>
+
+namespace {
+
+struct Run {
+    int exitCode = -1;
+    QString out;
+    QString err;
+};
+
+// A platform that does not exist makes any application object abort, so a clean
+// exit proves no window could have been opened; the data folder must stay absent.
+Run runWithoutWindow(const QStringList& arguments, const QString& dataFolder) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("no-such-platform"));
+    environment.insert(QStringLiteral("CINEFITA_DATA_DIR"), dataFolder);
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(CINEFITA_BINARY), arguments);
+    Run result;
+    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
+        return result;
+    result.exitCode = process.exitCode();
+    result.out = QString::fromUtf8(process.readAllStandardOutput());
+    result.err = QString::fromUtf8(process.readAllStandardError());
+    return result;
+}
+
+const QString versionLine = QStringLiteral("CINEFITA 3.0\n");
+
+} // namespace
+
+class TestOptions : public QObject {
+    Q_OBJECT
+
+private slots:
+    // Which mode answers: the fixed order of recognition, not the order typed.
+    void chosenMode_data() {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("outputStart");
+        QTest::newRow("version") << QStringList{"--version"} << versionLine;
+        QTest::newRow("help") << QStringList{"--help"} << QStringLiteral("Uso: cinefita");
+        QTest::newRow("version before help") << QStringList{"--help", "--version"} << versionLine;
+        QTest::newRow("self-test before help")
+            << QStringList{"--help", "--self-test"} << QStringLiteral("PASS: SQLite persistence");
+        QTest::newRow("partial word is no option")
+            << QStringList{"--versions", "--help"} << QStringLiteral("Uso: cinefita");
+    }
+    void chosenMode() {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, outputStart);
+        QTemporaryDir scratch;
+        const QString dataFolder = scratch.filePath(QStringLiteral("dados"));
+        const Run result = runWithoutWindow(arguments, dataFolder);
+        QCOMPARE(result.err, QString());
+        QCOMPARE(result.exitCode, 0);
+        QVERIFY2(result.out.startsWith(outputStart), qPrintable(result.out));
+        QVERIFY(!QFileInfo::exists(dataFolder));
+        if (outputStart == versionLine)
+            QCOMPARE(result.out, versionLine);
+    }
+
+    void helpNamesEveryModeAndVariable() {
+        QTemporaryDir scratch;
+        const Run result = runWithoutWindow({QStringLiteral("--help")}, scratch.filePath(QStringLiteral("dados")));
+        const QStringList lines = result.out.split(QLatin1Char('\n'));
+        const QStringList items = QStringLiteral("--self-test --editing-test --resource-test --preview "
+                                                 "--print-fixtures --version --help CINEFITA_DATA_DIR "
+                                                 "CINEFITA_PREVIEW_PATH CINEFITA_PREVIEW_HOME CINEFITA_FONT_PATH")
+                                      .split(QLatin1Char(' '));
+        for (const QString& item : items) {
+            // One line each, starting with the name and explaining it after.
+            const QStringList matching =
+                lines.filter(QRegularExpression(QStringLiteral("^  %1 +\\S").arg(QRegularExpression::escape(item))));
+            QVERIFY2(matching.size() == 1, qPrintable(item));
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TestOptions)
+#include "test_options.moc"
