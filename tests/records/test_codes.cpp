@@ -37,7 +37,6 @@ private slots:
         QTest::newRow("prefix alone") << "COD-" << absent;
         QTest::newRow("letter in code") << "COD-12A" << absent;
         QTest::newRow("space after prefix") << "COD- 5" << absent;
-        QTest::newRow("empty") << "" << absent;
         QTest::newRow("overflow") << "9223372036854775808" << absent;
     }
     void numericCode() {
