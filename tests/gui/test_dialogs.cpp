@@ -164,7 +164,6 @@ private slots:
         QTest::addColumn<int>("focusedAfter");
         const int shift = Qt::ShiftModifier, control = Qt::ControlModifier;
         QTest::newRow("Tab from nothing") << -1 << int(Qt::Key_Tab) << 0 << true << 0;
-        QTest::newRow("Shift-Tab from nothing") << -1 << int(Qt::Key_Backtab) << shift << true << 0;
         QTest::newRow("Tab wraps to the first") << 2 << int(Qt::Key_Tab) << 0 << true << 0;
         QTest::newRow("Shift-Tab wraps to the last") << 0 << int(Qt::Key_Backtab) << shift << true << 2;
         QTest::newRow("Space in a field types") << 0 << int(Qt::Key_Space) << 0 << false << 0;

@@ -99,18 +99,8 @@ class TestPrintPages : public QObject {
     Q_OBJECT
 
 private slots:
-    void escapes_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("escaped");
-        QTest::newRow("all four") << "a<b & \"c\" > d" << QString("a&lt;b &amp; &quot;c&quot; &gt; d");
-        QTest::newRow("apostrophe kept") << "Pulp d'Or" << QString("Pulp d'Or");
-        QTest::newRow("entity escaped once") << "&lt;" << QString("&amp;lt;");
-    }
-    void escapes() {
-        QFETCH(QString, text);
-        QFETCH(QString, escaped);
-        QCOMPARE(escapedHTML(text), escaped);
-    }
+    // In text the apostrophe stays as it is, so pages without user markup keep their bytes.
+    void escapes() { QCOMPARE(escapedHTML("d'Or <&lt;> \""), "d'Or &lt;&amp;lt;&gt; &quot;"); }
 
     // Whatever a name or title holds, every page reads back with that text where
     // a plain name would be, and with no attribute of its own.
@@ -138,8 +128,6 @@ private slots:
     void realNumbers_data() {
         QTest::addColumn<double>("value");
         QTest::addColumn<QString>("text");
-        QTest::newRow("whole") << 70.0 << "70.0";
-        QTest::newRow("quarter") << 60.75 << "60.75";
         QTest::newRow("computed") << (85.6 - (33.2 + 13.0)) / 2.0 << "19.699999999999996";
         QTest::newRow("large whole") << 100000.0 << "100000.0";
         QTest::newRow("small") << 0.0001 << "0.0001";

@@ -108,8 +108,6 @@ private slots:
         QCOMPARE(::genreParts(genre), expected);
     }
 
-    void genreKey() { QCOMPARE(::genreKey("  Ficção Científica \n"), "ficcao cientifica"); }
-
     void activeRecords() {
         Store store;
         store.films = films({"A", "B", "C"});
