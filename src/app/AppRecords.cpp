@@ -4,6 +4,8 @@
 
 void App::deleteSelected() {}
 void App::restoreRecord() {}
+void App::recordScreen(std::optional<QString>) {}
+void App::enableEdit() {}
 
 // The preview pictures the home screen until the film form exists.
 void App::previewFilmForm() {
