@@ -15,7 +15,7 @@ const Instant now{800000000};
 constexpr double day = 86400;
 using Rows = QList<QStringList>;
 
-// One late rental, two open for the same customer, one of a film gone from the store, one returned.
+// Not in due order: one late rental, two open for the same customer, one of a film gone from the store, one returned.
 Store shop() {
     Store store;
     store.reportRentalBaseline = 2;
@@ -26,10 +26,10 @@ Store shop() {
     for (const auto& [id, name, code] :
          {std::tuple{"C1", "João da Silva", 1}, {"C2", "Maria", 2}, {"C3", "Ana", 3}, {"C4", "Zé", 4}})
         store.customers.append(Customer{.id = id, .name = name, .code = code});
-    for (const auto& [id, film, customer, due] : {std::tuple{"R1", "F1", "C1", -day},
-                                                  {"R2", "F2", "C2", day},
-                                                  {"R3", "F2", "C2", 2 * day},
-                                                  {"R4", "GONE", "C3", 3 * day}})
+    for (const auto& [id, film, customer, due] : {std::tuple{"R3", "F2", "C2", 2 * day},
+                                                  {"R1", "F1", "C1", -day},
+                                                  {"R4", "GONE", "C3", 3 * day},
+                                                  {"R2", "F2", "C2", day}})
         store.rentals.append(Rental{.id = id, .film = film, .customer = customer, .due = now.plusSeconds(due)});
     store.rentals.append(Rental{.id = "R5", .film = "F3", .customer = "C4", .due = now, .returned = now});
     store.entries = {Entry{.id = "E2", .date = now.plusSeconds(-1000), .description = "Locação", .amount = 550},
@@ -189,24 +189,28 @@ private slots:
 
     // The cached rows must follow the clock past a due time and every change of the store.
     void rowsFollowClockAndStore() {
-        (*app)->navigate(Section::rented);
-        (*app)->clock = [] {
-            return now.plusSeconds(day + 1);
+        const auto setClock = [this](Instant time) {
+            (*app)->clock = [time] {
+                return time;
+            };
         };
+        (*app)->navigate(Section::rented);
+        setClock(now.plusSeconds(day + 1));
         QCOMPARE(column(*app->app, 2).count("LOCADO"), 2);
-        (*app)->store.rentals[0].returned = now;
+        setClock(now);
+        QCOMPARE(column(*app->app, 2).count("LOCADO"), 3);
+        (*app)->store.rentals[1].returned = now;
         QCOMPARE(column(*app->app, 1).first(), "Drama Total");
+        setClock(now.plusSeconds(day + 1));
         (*app)->onlyLate = true;
         (*app)->reloadTable();
         QCOMPARE((*app)->table->model()->rowCount(), 1);
+
         // Fines grow at local midnight, with no due time passing.
-        (*app)->store.rentals[1].finePerDay = 300;
+        (*app)->store.rentals[3].finePerDay = 300;
         (*app)->navigate(Section::returns);
         QCOMPARE(column(*app->app, 4).first(), money(0));
-        const Instant midnight = calendar::startOfDay(calendar::localDate(now.plusSeconds(day)).addDays(1));
-        (*app)->clock = [midnight] {
-            return midnight.plusSeconds(1);
-        };
+        setClock(calendar::startOfDay(calendar::localDate(now.plusSeconds(day)).addDays(1)).plusSeconds(1));
         QCOMPARE(column(*app->app, 4).first(), money(300));
     }
 
