@@ -119,6 +119,21 @@ public:
     void importFilmCSV();      // AppExchange.cpp
     void printReport();        // AppPrint.cpp
 
+    // ---- Record screens: forms, printing, CSV and backup -------------------
+    // (AppRecords.cpp, AppPrint.cpp, AppExchange.cpp)
+    void recordScreen(const std::optional<QString>& id);
+    void enableEdit();
+    void saveRecord();
+    void openPrint(const QString& html, const QString& name);
+    void printLabels();
+    std::optional<Customer> memberToPrint() const;
+    void printMembers();
+    void saveExport(const QString& text, const QString& fileName);
+    // Stand-ins for the list screen's queries until that screen is merged (ListStandIns.cpp).
+    QStringList columns() const;
+    QList<QStringList> rows();
+    std::optional<QString> selected();
+
     // ---- State, in this order ----------------------------------------------
     QMainWindow* window = nullptr;
     Store store;
