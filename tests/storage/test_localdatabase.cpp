@@ -1,10 +1,11 @@
 #include "records/FilmCSVError.h"
 #include "records/StoreJSON.h"
 #include "storage/LocalDatabase.h"
+#include "support/Failures.h"
+#include "support/RawDatabase.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
-#include <sqlite3.h>
 
 namespace {
 
@@ -15,40 +16,6 @@ Store storeNamed(const QString& name) {
                         QStringLiteral("Linha um\nLinha dois — ação")}};
     store.rentals = {Rental{"R1", "F1", "C1", Instant{700000000.25}, Instant{700259200.25}, std::nullopt, 500, 200}};
     return store;
-}
-
-// Direct SQL on the file, to look at both rows and to provoke failures.
-class RawConnection {
-public:
-    explicit RawConnection(const QString& path) { sqlite3_open(path.toUtf8().constData(), &db_); }
-    ~RawConnection() { sqlite3_close(db_); }
-    RawConnection(const RawConnection&) = delete;
-    RawConnection& operator=(const RawConnection&) = delete;
-
-    bool exec(const char* sql) { return sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) == SQLITE_OK; }
-
-    std::optional<QByteArray> payload(const char* table) {
-        sqlite3_stmt* statement = nullptr;
-        const QByteArray sql = QByteArray("SELECT payload FROM ") + table + " WHERE id=1";
-        sqlite3_prepare_v2(db_, sql.constData(), -1, &statement, nullptr);
-        std::optional<QByteArray> result;
-        if (sqlite3_step(statement) == SQLITE_ROW)
-            result = QByteArray(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
-        sqlite3_finalize(statement);
-        return result;
-    }
-
-private:
-    sqlite3* db_ = nullptr;
-};
-
-QString failureOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const FilmCSVError& error) {
-        return error.description();
-    }
-    return {};
 }
 
 } // namespace
@@ -76,11 +43,11 @@ private slots:
         {
             LocalDatabase database(path());
             database.save(storeNamed("Primeira"));
-            RawConnection raw(path());
+            RawDatabase raw(path());
             QVERIFY(!raw.payload("previous_state"));
             database.save(storeNamed("Segunda"));
         }
-        RawConnection raw(path());
+        RawDatabase raw(path());
         QCOMPARE(raw.payload("previous_state"), encodeStore(storeNamed("Primeira")));
         QCOMPARE(raw.payload("state"), encodeStore(storeNamed("Segunda")));
         LocalDatabase reopened(path());
@@ -92,11 +59,11 @@ private slots:
         database.save(storeNamed("Primeira"));
         database.save(storeNamed("Segunda"));
         {
-            RawConnection raw(path());
+            RawDatabase raw(path());
             QVERIFY(raw.exec("CREATE TRIGGER refuse BEFORE INSERT ON state BEGIN SELECT RAISE(ABORT, 'no'); END;"));
         }
         QCOMPARE(failureOf([&] { database.save(storeNamed("Terceira")); }), QString("Falha ao gravar os dados."));
-        RawConnection raw(path());
+        RawDatabase raw(path());
         QCOMPARE(raw.payload("previous_state"), encodeStore(storeNamed("Primeira")));
         QCOMPARE(raw.payload("state"), encodeStore(storeNamed("Segunda")));
         // The connection is usable again: no transaction was left open.
@@ -108,7 +75,7 @@ private slots:
     void lockedDatabaseFailsAfterWaiting() {
         LocalDatabase database(path());
         database.save(storeNamed("Primeira"));
-        RawConnection other(path());
+        RawDatabase other(path());
         QVERIFY(other.exec("BEGIN IMMEDIATE;"));
         QElapsedTimer waited;
         waited.start();
@@ -136,7 +103,7 @@ private slots:
         QFETCH(QByteArray, sql);
         QFETCH(bool, jsonError);
         {
-            RawConnection raw(path());
+            RawDatabase raw(path());
             QVERIFY(raw.exec(sql.constData()));
         }
         LocalDatabase database(path());
