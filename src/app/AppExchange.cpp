@@ -1,9 +1,9 @@
 #include "app/App.h"
 
 #include "app/RecordSaving.h"
-#include "exchange/FileWriting.h"
 #include "exchange/FilmCSV.h"
 #include "exchange/ScreenExport.h"
+#include "files/FileWriting.h"
 #include "look/DOSSearchField.h"
 #include "records/FilmCSVError.h"
 #include "records/StoreJSON.h"

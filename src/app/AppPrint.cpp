@@ -1,7 +1,7 @@
 #include "app/App.h"
 
 #include "app/RecordSaving.h"
-#include "exchange/FileWriting.h"
+#include "files/FileWriting.h"
 #include "print/Labels.h"
 #include "print/MatrixReport.h"
 #include "print/MemberCard.h"
