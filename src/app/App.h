@@ -121,7 +121,7 @@ public:
 
     // ---- Record screens: forms, printing, CSV and backup -------------------
     // (AppRecords.cpp, AppPrint.cpp, AppExchange.cpp)
-    void recordScreen(const std::optional<QString>& id);
+    void recordScreen(std::optional<QString> id);
     void enableEdit();
     void saveRecord();
     void openPrint(const QString& html, const QString& name);

@@ -82,7 +82,7 @@ FormValues valuesOf(const RecordForm* form) {
 
 } // namespace
 
-void App::recordScreen(const std::optional<QString>& id) {
+void App::recordScreen(std::optional<QString> id) {
     if (window != nullptr)
         if (QWidget* focused = window->focusWidget())
             focused->clearFocus();
