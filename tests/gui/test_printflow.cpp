@@ -1,6 +1,7 @@
 #include "gui/GuiSupport.h"
 
 #include "look/DOSField.h"
+#include "look/DOSSearchField.h"
 
 #include <QDir>
 #include <QFile>
@@ -38,6 +39,7 @@ private slots:
     void cardOnlyForAnActiveCustomer();
     void failingWritesLeaveNoFile_data();
     void failingWritesLeaveNoFile();
+    void importIsAllOrNothing();
 
 private:
     void open(int section, const QString& id);
@@ -174,6 +176,36 @@ void PrintFlowTest::failingWritesLeaveNoFile() {
     QCOMPARE(QDir(QFileInfo(blocked).path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries), before);
     QVERIFY(opened.isEmpty());
     QCOMPARE((*app)->status->text(), status);
+}
+
+void PrintFlowTest::importIsAllOrNothing() {
+    QVERIFY((*app)->commit(shop(false)));
+    QFile csvFile(QDir(dir->path()).filePath("filmes.csv"));
+    QVERIFY(csvFile.open(QIODevice::WriteOnly));
+    csvFile.write("FILME;GÊNERO;CÓDIGO\nE.T.;Drama;5\nALIENS;;\n");
+    csvFile.close();
+    (*app)->chooseOpenFile = [&csvFile](const QString& caption, const QString&) {
+        return caption == QStringLiteral("IMPORTAR CSV DE FILMES") ? csvFile.fileName() : QString();
+    };
+    (*app)->navigate(Section::films);
+    (*app)->selectedGenre = "Terror";
+    (*app)->search->setText("ALIEN");
+    const auto import = [this] {
+        DialogAnswerer answerer(DialogAnswerer::pressKey(Qt::Key_Return));
+        (*app)->importFilmCSV();
+        return QStringList{answerer.seen().title, answerer.seen().text};
+    };
+    QCOMPARE(import(), QStringList({"Importação concluída", "2 filme(s) cadastrado(s)."}));
+    QCOMPARE((*app)->store.films.size(), 3);
+    QCOMPARE((*app)->selectedGenre, std::nullopt);
+    QCOMPARE((*app)->search->text(), QString());
+
+    // Again: code 5 is taken now, and nothing of the file comes in.
+    const Store before = (*app)->store;
+    (*app)->selectedGenre = "Drama";
+    QCOMPARE(import().first(), QStringLiteral("CSV não importado"));
+    QCOMPARE((*app)->store, before);
+    QCOMPARE((*app)->selectedGenre, std::optional<QString>("Drama"));
 }
 
 QTEST_MAIN(PrintFlowTest)
