@@ -6,33 +6,25 @@
 #include "storage/LocalDatabase.h"
 
 #include <QDir>
-#include <QLineEdit>
+#include <QLabel>
 #include <QTemporaryDir>
 #include <QTest>
 
 namespace {
 
-// Films coded 3 and 7 (the 7 removed, copy 3 of it out), and customer 12 with that rental open.
+// Films 3 and 7 (the 7 removed, its copy 3 out with customer 12).
 Store shop() {
     Store store;
-    store.films = {Film{.id = "F3", .title = "ALIEN", .genre = "Terror", .copies = 1, .price = 400, .code = 3},
-                   Film{.id = "F7", .title = "TUBARÃO", .copies = 3, .price = 500, .code = 7, .deleted = true}};
-    store.customers = {Customer{.id = "C12", .name = "JOÃO DA SILVA", .phone = "(11) 5555", .code = 12}};
-    store.rentals = {Rental{.id = "R1",
-                            .film = "F7",
-                            .customer = "C12",
-                            .start = Instant{700000000},
-                            .due = Instant{900000000},
-                            .price = 500,
-                            .copy = 3}};
+    store.films = {Film{.id = "F3", .title = "ALIEN", .genre = "Terror", .copies = 3, .price = 400, .code = 3},
+                   Film{.id = "F7", .title = "TUBARÃO", .copies = 3, .price = 550, .code = 7, .deleted = true}};
+    store.customers = {Customer{.id = "C12", .name = "ANA", .phone = "(11) 5555", .code = 12}};
+    store.rentals = {Rental{.id = "R1", .film = "F7", .customer = "C12", .due = Instant{900000000}, .copy = 3}};
     return store;
 }
 
-QStringList titles(const QList<DOSButton*>& buttons) {
-    QStringList texts;
-    for (const DOSButton* button : buttons)
-        texts.append(button->text());
-    return texts;
+QString fileText(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
 } // namespace
@@ -42,86 +34,82 @@ class RecordsTest : public QObject {
 
 private slots:
     void init();
-    void cleanup();
-    void openedForms_data();
-    void openedForms();
+    void formsAsOpened_data();
+    void formsAsOpened();
     void refusals_data();
     void refusals();
     void savedTextsAreNormalised();
     void deleteIsGuardedThenRestored();
+    void labelSize_data();
+    void labelSize();
+    void cardOnlyForAnActiveCustomer();
+    void failedBackupLeavesNoFile();
 
 private:
-    void open(int section, const std::optional<QString>& id);
-    void set(const QString& key, const QString& text);
-    SeenDialog saveAnswered();
+    void open(int section, const QString& id = {});
+    // Presses the action button with that title; the dialog it raises (if any) is answered by keys.
+    SeenDialog press(const QString& title, const DialogAnswerer::Answer& answer = {});
 
     std::unique_ptr<QTemporaryDir> dir;
     std::unique_ptr<TestApp> app;
+    QStringList opened;
 };
 
 void RecordsTest::init() {
+    app.reset();
     dir = std::make_unique<QTemporaryDir>();
     app = std::make_unique<TestApp>(dir->path());
+    opened.clear();
+    (*app)->openPrintPage = [this](const QString& path) {
+        opened.append(QFileInfo(path).fileName());
+    };
     QVERIFY(app->launch());
     (*app)->enterProgram();
     QVERIFY((*app)->commit(shop()));
 }
 
-void RecordsTest::cleanup() {
-    app.reset();
-}
-
-void RecordsTest::open(int section, const std::optional<QString>& id) {
+void RecordsTest::open(int section, const QString& id) {
     (*app)->navigate(section);
-    (*app)->editID = id;
-    (*app)->recordScreen(id);
+    (*app)->editID = id.isEmpty() ? std::nullopt : std::optional(id);
+    (*app)->recordScreen((*app)->editID);
 }
 
-void RecordsTest::set(const QString& key, const QString& text) {
-    if (DOSField* field = (*app)->screen.formView->fields().value(key))
-        field->setText(text);
-    else
-        (*app)->screen.formView->longFields().value(key)->setPlainText(text);
-}
-
-// Presses the save button; a refusal is answered with Return and reported.
-SeenDialog RecordsTest::saveAnswered() {
-    DialogAnswerer answerer(DialogAnswerer::pressKey(Qt::Key_Return));
-    (*app)->screen.actionButtons.last()->click();
+SeenDialog RecordsTest::press(const QString& title, const DialogAnswerer::Answer& answer) {
+    DialogAnswerer answerer(answer ? answer : DialogAnswerer::pressKey(Qt::Key_Return));
+    for (DOSButton* button : (*app)->screen.tabs + (*app)->screen.actionButtons)
+        if (button->text() == title)
+            button->click();
     return answerer.seen();
 }
 
-void RecordsTest::openedForms_data() {
+void RecordsTest::formsAsOpened_data() {
     QTest::addColumn<int>("section");
     QTest::addColumn<QString>("id");
-    QTest::addColumn<QStringList>("actions");
-    QTest::addColumn<int>("tabs");
+    QTest::addColumn<QStringList>("buttons");
     QTest::addColumn<QString>("code");
-    QTest::newRow("new film: next after the removed 7")
-        << int(Section::films) << "" << QStringList{"SALVAR"} << 0 << "COD-0008";
-    QTest::newRow("opened film") << int(Section::films) << "F3"
-                                 << QStringList{"ETIQUETAS", "EDITAR", "APAGAR", "SALVAR"} << 0 << "COD-0003";
-    QTest::newRow("new customer") << int(Section::customers) << "" << QStringList{"FINALIZAR"} << 0 << "0013";
-    QTest::newRow("opened customer") << int(Section::customers) << "C12" << QStringList{"EDITAR", "APAGAR", "FINALIZAR"}
-                                     << 1 << "0012";
+    const int films = Section::films, customers = Section::customers;
+    QTest::newRow("new film") << films << "" << QStringList{"SALVAR"} << "COD-0008";
+    QTest::newRow("film") << films << "F3" << QStringList{"ETIQUETAS", "EDITAR", "APAGAR", "SALVAR"} << "COD-0003";
+    QTest::newRow("new customer") << customers << "" << QStringList{"FINALIZAR"} << "0013";
+    QTest::newRow("customer") << customers << "C12"
+                              << QStringList{"IMPRIMIR CARTEIRINHA", "EDITAR", "APAGAR", "FINALIZAR"} << "0012";
 }
 
-void RecordsTest::openedForms() {
+void RecordsTest::formsAsOpened() {
     QFETCH(int, section);
     QFETCH(QString, id);
-    QFETCH(QStringList, actions);
-    QFETCH(int, tabs);
+    QFETCH(QStringList, buttons);
     QFETCH(QString, code);
-    open(section, id.isEmpty() ? std::nullopt : std::optional(id));
-    QCOMPARE(titles((*app)->screen.actionButtons), actions);
-    QCOMPARE((*app)->screen.tabs.size(), tabs);
-    DOSField* name = (*app)->screen.formView->fields().value("name");
+    open(section, id);
+    QStringList shown;
+    for (const DOSButton* button : (*app)->screen.tabs + (*app)->screen.actionButtons)
+        shown.append(button->text());
+    QCOMPARE(shown, buttons);
     QCOMPARE((*app)->screen.formView->value("code"), code);
+    DOSField* name = (*app)->screen.formView->fields().value("name");
     QCOMPARE(QApplication::focusWidget(), name);
-    // Opened records are read until EDITAR; a film's code is never typed.
     QCOMPARE(name->isReadOnly(), !id.isEmpty());
-    if (!id.isEmpty())
-        (*app)->screen.actionButtons.at(actions.indexOf("EDITAR"))->click();
+    press("EDITAR");
     QVERIFY(!name->isReadOnly());
     QCOMPARE((*app)->screen.formView->fields().value("code")->isReadOnly(), section == Section::films);
 }
@@ -129,95 +117,92 @@ void RecordsTest::openedForms() {
 void RecordsTest::refusals_data() {
     QTest::addColumn<int>("section");
     QTest::addColumn<QString>("id");
-    QTest::addColumn<QStringList>("edits"); // key=text
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("edits"); // key=text;…
+    QTest::addColumn<QString>("dialog");
     const int films = Section::films, customers = Section::customers;
-    const QString incomplete = "Informe um código numérico positivo e o nome.";
-    const QString invalid = "Código já usado, quantidade inválida ou preço inválido.";
-    QTest::newRow("code 0") << films << "" << QStringList{"name=X", "code=0"} << "Cadastro incompleto" << incomplete;
-    QTest::newRow("code 1000000") << customers << "" << QStringList{"name=X", "code=1000000"} << "Cadastro incompleto"
-                                  << incomplete;
-    QTest::newRow("no name") << films << "" << QStringList{} << "Cadastro incompleto" << incomplete;
-    QTest::newRow("code of a removed film")
-        << films << "" << QStringList{"name=X", "code=COD-0007"} << "Dados inválidos" << invalid;
-    QTest::newRow("copies 2,5") << films << "" << QStringList{"name=X", "copies=2,5"} << "Dados inválidos" << invalid;
-    QTest::newRow("copies 100001") << films << "" << QStringList{"name=X", "copies=100001"} << "Dados inválidos"
-                                   << invalid;
-    QTest::newRow("price") << films << "" << QStringList{"name=X", "price=1.001"} << "Dados inválidos" << invalid;
-    QTest::newRow("year 2101") << films << "" << QStringList{"name=X", "year=2101"} << "Ano inválido"
-                               << "Informe um ano de 1888 a 2100, ou deixe vazio.";
-    QTest::newRow("category") << films << "" << QStringList{"name=X", "release=estreia"} << "Categoria inválida"
-                              << "Use ACERVO ou LANÇAMENTO.";
-    QTest::newRow("copy 3 out, one tape out") << films << "F7" << QStringList{"copies=2"} << "Quantidade insuficiente"
-                                              << "Há mais exemplares locados que a quantidade informada.";
-    QTest::newRow("customer code taken") << customers << "" << QStringList{"name=X", "code=0012"} << "Código já usado"
-                                         << "Escolha outro código de cliente.";
-    QTest::newRow("state") << customers << "" << QStringList{"name=X", "state=São"} << "Estado inválido"
-                           << "Use a sigla de duas letras do estado.";
-    QTest::newRow("CEP") << customers << "" << QStringList{"name=X", "zip=1234"} << "CEP inválido"
-                         << "Informe os oito números do CEP, ou deixe vazio.";
+    const QString incomplete = "Cadastro incompleto: Informe um código numérico positivo e o nome.";
+    const QString invalid = "Dados inválidos: Código já usado, quantidade inválida ou preço inválido.";
+    QTest::newRow("code 0") << films << ""
+                            << "name=X;code=0" << incomplete;
+    QTest::newRow("code 1000000") << customers << ""
+                                  << "name=X;code=1000000" << incomplete;
+    QTest::newRow("no name") << films << ""
+                             << "" << incomplete;
+    QTest::newRow("code of a removed film") << films << ""
+                                            << "name=X;code=COD-0007" << invalid;
+    QTest::newRow("copies 2,5") << films << ""
+                                << "name=X;copies=2,5" << invalid;
+    QTest::newRow("copies 100001") << films << ""
+                                   << "name=X;copies=100001" << invalid;
+    QTest::newRow("price") << films << ""
+                           << "name=X;price=1.001" << invalid;
+    QTest::newRow("year") << films << ""
+                          << "name=X;year=2101"
+                          << "Ano inválido: Informe um ano de 1888 a 2100, ou deixe vazio.";
+    QTest::newRow("category") << films << ""
+                              << "name=X;release=estreia"
+                              << "Categoria inválida: Use ACERVO ou LANÇAMENTO.";
+    QTest::newRow("copy 3 out") << films << "F7"
+                                << "copies=2"
+                                << "Quantidade insuficiente: Há mais exemplares locados que a quantidade informada.";
+    QTest::newRow("customer code") << customers << ""
+                                   << "name=X;code=0012"
+                                   << "Código já usado: Escolha outro código de cliente.";
+    QTest::newRow("state") << customers << ""
+                           << "name=X;state=São"
+                           << "Estado inválido: Use a sigla de duas letras do estado.";
+    QTest::newRow("CEP") << customers << ""
+                         << "name=X;zip=1234"
+                         << "CEP inválido: Informe os oito números do CEP, ou deixe vazio.";
 }
 
 void RecordsTest::refusals() {
     QFETCH(int, section);
     QFETCH(QString, id);
-    QFETCH(QStringList, edits);
-    QFETCH(QString, title);
-    QFETCH(QString, text);
-    open(section, id.isEmpty() ? std::nullopt : std::optional(id));
+    QFETCH(QString, edits);
+    QFETCH(QString, dialog);
+    open(section, id);
     (*app)->enableEdit();
-    for (const QString& edit : edits)
-        set(edit.section('=', 0, 0), edit.section('=', 1));
-    const SeenDialog seen = saveAnswered();
-    QCOMPARE(seen.title, title);
-    QCOMPARE(seen.text, text);
+    for (const QString& edit : edits.split(';', Qt::SkipEmptyParts))
+        (*app)->screen.formView->fields().value(edit.section('=', 0, 0))->setText(edit.section('=', 1));
+    const SeenDialog seen = press(section == Section::films ? "SALVAR" : "FINALIZAR");
+    QCOMPARE(seen.title + ": " + seen.text, dialog);
     QCOMPARE((*app)->store, shop());
     QVERIFY((*app)->screen.formView != nullptr); // the form keeps what was typed
 }
 
 void RecordsTest::savedTextsAreNormalised() {
-    open(Section::films, std::nullopt);
+    open(Section::films);
+    const auto set = [this](const char* key, const QString& text) {
+        (*app)->screen.formView->fields().value(key)->setText(text);
+    };
     set("name", "TUBARÃO 2");
     set("genre", "acao, Drama,  ACAO ,Cult");
     set("release", " Lancamento ");
-    set("year", "1888");
-    set("copies", "100000");
-    QCOMPARE(saveAnswered().title, QString());
-    const Film film = (*app)->store.films.last();
-    QCOMPARE(film.genre, QStringLiteral("Ação, Drama, Cult"));
-    QCOMPARE(film.code, std::optional<qint64>(8));
-    QVERIFY(film.release.value_or(false));
+    press("SALVAR");
+    QCOMPARE((*app)->store.films.last().genre, QStringLiteral("Ação, Drama, Cult"));
+    QVERIFY((*app)->store.films.last().release.value_or(false));
 
-    open(Section::customers, std::nullopt);
+    open(Section::customers);
+    QTest::keyClicks(QApplication::focusWidget(), "MARIA");
     DOSField* phone = (*app)->screen.formView->fields().value("phone");
     phone->setFocus();
     QTest::keyClicks(phone, "11 9876-54321");
     QCOMPARE(phone->text(), QStringLiteral("(11) 987654321"));
-    set("name", "MARIA");
     set("state", "sp");
     set("zip", "01310-100");
-    QCOMPARE(saveAnswered().title, QString());
+    press("FINALIZAR");
     const Customer saved = LocalDatabase(QDir(dir->path()).filePath("cinefita.sqlite")).load()->customers.last();
-    QCOMPARE(saved.state, QStringLiteral("SP"));
-    QCOMPARE(saved.zip, QStringLiteral("01310100"));
-    QCOMPARE(saved.phone, QStringLiteral("(11) 987654321"));
-    QCOMPARE(saved.code, std::optional<qint64>(13));
-    QVERIFY((*app)->screen.formView == nullptr); // back on the list
+    QCOMPARE(QStringList({saved.name, saved.phone, *saved.state, *saved.zip}),
+             QStringList({"MARIA", "(11) 987654321", "SP", "01310100"}));
 }
 
 void RecordsTest::deleteIsGuardedThenRestored() {
     open(Section::customers, "C12");
-    const auto remove = [this] {
-        DialogAnswerer answerer(DialogAnswerer::pressKey(Qt::Key_Return));
-        (*app)->screen.actionButtons.at(1)->click();
-        return answerer.seen().title;
-    };
-    QCOMPARE(remove(), QStringLiteral("Cadastro em uso"));
+    QCOMPARE(press("APAGAR").title, QStringLiteral("Cadastro em uso"));
     QVERIFY((*app)->commit(returnedStore((*app)->store, "R1", true, Instant{800000000})));
-    QCOMPARE(remove(), QStringLiteral("Apagar cadastro?"));
+    QCOMPARE(press("APAGAR").title, QStringLiteral("Apagar cadastro?"));
     QVERIFY((*app)->store.customers.first().deleted.value_or(false));
-    QVERIFY(!(*app)->editID);
 
     const auto restore = [this](const QString& kind, const QString& code) {
         std::unique_ptr<DialogAnswerer> notFound;
@@ -230,12 +215,80 @@ void RecordsTest::deleteIsGuardedThenRestored() {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         });
         (*app)->restoreRecord();
-        return notFound != nullptr ? notFound->seen().title : QStringLiteral("no form");
+        return notFound->seen().title;
     };
     QCOMPARE(restore("FILME", "12"), QStringLiteral("Não encontrado"));
     QCOMPARE(restore("cliente", "COD-0012"), QStringLiteral("Não encontrado"));
     QCOMPARE(restore("cliente", "0012"), QString());
     QVERIFY(!(*app)->store.customers.first().deleted.value_or(false));
+}
+
+void RecordsTest::labelSize_data() {
+    QTest::addColumn<QString>("width");
+    QTest::addColumn<QString>("height");
+    QTest::addColumn<QString>("heading"); // empty: nothing printed
+    QTest::newRow("72,5 × 20") << "72,5"
+                               << "20"
+                               << "ETIQUETAS VHS — 72.5 × 20.0 mm";
+    QTest::newRow("narrower than the barcode") << "69"
+                                               << "18"
+                                               << "";
+    QTest::newRow("height 17") << "70"
+                               << "17"
+                               << "";
+    QTest::newRow("height 51") << "70"
+                               << "51"
+                               << "";
+}
+
+void RecordsTest::labelSize() {
+    QFETCH(QString, width);
+    QFETCH(QString, height);
+    QFETCH(QString, heading);
+    open(Section::films, "F3");
+    QStringList proposed;
+    const SeenDialog seen = press("ETIQUETAS", [&](StyledDialog* dialog) {
+        for (DOSField* field : dialog->findChildren<DOSField*>())
+            proposed.append(field->text());
+        for (const QString& text : {width, height}) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClicks(QApplication::focusWidget(), text + "\t");
+        }
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    });
+    QCOMPARE(seen.title + " " + seen.buttons.first(), QStringLiteral("TAMANHO DA ETIQUETA (mm) IMPRIMIR"));
+    QCOMPARE(proposed, QStringList({"70", "18"}));
+    QCOMPARE(opened, heading.isEmpty() ? QStringList{} : QStringList{"Etiquetas-VHS.html"});
+    const QString page = fileText(QDir(dir->path()).filePath("Impressos/Etiquetas-VHS.html"));
+    QVERIFY(page.contains(heading));
+    QCOMPARE(page.count("COD-0003-00"), heading.isEmpty() ? 0 : 3); // one label per copy
+}
+
+void RecordsTest::cardOnlyForAnActiveCustomer() {
+    open(Section::customers, "C12");
+    QCOMPARE(press("IMPRIMIR CARTEIRINHA").title, QString());
+    QCOMPARE(opened, QStringList{"Carteirinha-0012.html"});
+    Store removed = shop();
+    removed.customers.first().deleted = true;
+    QVERIFY((*app)->commit(removed));
+    QCOMPARE(press("IMPRIMIR CARTEIRINHA").title, QStringLiteral("Carteirinha"));
+    QCOMPARE(opened.size(), 1);
+}
+
+void RecordsTest::failedBackupLeavesNoFile() {
+    // The chosen name is taken by a folder: the write fails after the text was written aside.
+    QDir folder(dir->path());
+    QVERIFY(folder.mkpath("saida/CINEFITA-backup.json"));
+    (*app)->chooseSaveFile = [&folder](const QString&, const QString& proposed, const QString&) {
+        return folder.filePath("saida/" + proposed);
+    };
+    const QString status = (*app)->status->text();
+    DialogAnswerer answerer(DialogAnswerer::pressKey(Qt::Key_Return));
+    (*app)->backup();
+    QCOMPARE(answerer.seen().title, QStringLiteral("Falha na exportação"));
+    QCOMPARE(QDir(folder.filePath("saida")).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
+             QStringList{"CINEFITA-backup.json"});
+    QCOMPARE((*app)->status->text(), status);
 }
 
 QTEST_MAIN(RecordsTest)
