@@ -132,8 +132,17 @@ public:
     ListFilter listFilter() const;
     ListCache listCache;
     ListModel* listModel = nullptr;
-    void recordScreen(std::optional<QString> id); // AppRecords.cpp
-    void enableEdit();                            // AppRecords.cpp
+
+    // ---- Record screens: forms, printing, CSV and backup -------------------
+    // (AppRecords.cpp, AppPrint.cpp, AppExchange.cpp)
+    void recordScreen(std::optional<QString> id);
+    void enableEdit();
+    void saveRecord();
+    void openPrint(const QString& html, const QString& name);
+    void printLabels();
+    std::optional<Customer> memberToPrint() const;
+    void printMembers();
+    void saveExport(const QString& text, const QString& fileName);
 
     // ---- State, in this order ----------------------------------------------
     QMainWindow* window = nullptr;
