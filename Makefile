@@ -16,8 +16,9 @@ test: deps
 
 bench: deps
 	cmake --preset release
-	cmake --build --preset release --target cinefita_bench
+	cmake --build --preset release --target cinefita_bench cinefita_bench_lists
 	./build/release/bench/cinefita_bench
+	./build/release/bench/cinefita_bench_lists
 
 # The Debian package: only the program and its icons are built, then CPack collects
 # the installation into build/release/packages/.
