@@ -34,22 +34,6 @@ QString customerLabel(const Customer& customer) {
     return customerCode(customer) + separator + customer.name + separator + customer.phone;
 }
 
-const Film* findFilm(const Store& store, const std::optional<QString>& id) {
-    if (!id)
-        return nullptr;
-    const auto found =
-        std::find_if(store.films.cbegin(), store.films.cend(), [&id](const Film& film) { return film.id == *id; });
-    return found != store.films.cend() ? &*found : nullptr;
-}
-
-const Customer* findCustomer(const Store& store, const std::optional<QString>& id) {
-    if (!id)
-        return nullptr;
-    const auto found = std::find_if(store.customers.cbegin(), store.customers.cend(),
-                                    [&id](const Customer& customer) { return customer.id == *id; });
-    return found != store.customers.cend() ? &*found : nullptr;
-}
-
 // Films with at least one copy on the shelf.
 QList<Film> availableFilms(const Store& store) {
     QList<Film> available;
@@ -93,8 +77,8 @@ int App::fieldTag(const QWidget* view) {
 }
 
 void App::rentalScreen() {
-    const Film* film = findFilm(store, rentalFilm);
-    const Customer* customer = findCustomer(store, rentalCustomer);
+    const std::optional<Film> rented = rentalFilm ? film(*rentalFilm) : std::nullopt;
+    const std::optional<Customer> renter = rentalCustomer ? customer(*rentalCustomer) : std::nullopt;
     const Instant now = clock();
 
     auto* form = new RecordForm;
@@ -115,11 +99,12 @@ void App::rentalScreen() {
         return matches;
     };
 
-    addField(QStringLiteral("code"), QStringLiteral("CÓDIGO"), film ? filmCode(*film) : QString(), true, filmCodeTag);
-    addField(QStringLiteral("film"), QStringLiteral("FILME"), film ? film->title : QString(), true, filmTitleTag);
+    addField(QStringLiteral("code"), QStringLiteral("CÓDIGO"), rented ? filmCode(*rented) : QString(), true,
+             filmCodeTag);
+    addField(QStringLiteral("film"), QStringLiteral("FILME"), rented ? rented->title : QString(), true, filmTitleTag);
     screen.filmMatches = addMatches([this](const QString& id) {
-        const Film* chosen = findFilm(store, id);
-        if (chosen == nullptr || screen.formView == nullptr)
+        const std::optional<Film> chosen = film(id);
+        if (!chosen || screen.formView == nullptr)
             return;
         rentalFilm = chosen->id;
         setText(screen.formView, QStringLiteral("code"), filmCode(*chosen));
@@ -127,13 +112,13 @@ void App::rentalScreen() {
         screen.filmMatches->hide();
         updateRentalDue();
     });
-    addField(QStringLiteral("clientCode"), QStringLiteral("CÓD. CLIENTE"),
-             customer ? customerCode(*customer) : QString(), true, customerCodeTag);
-    addField(QStringLiteral("client"), QStringLiteral("CLIENTE"), customer ? customer->name : QString(), true,
+    addField(QStringLiteral("clientCode"), QStringLiteral("CÓD. CLIENTE"), renter ? customerCode(*renter) : QString(),
+             true, customerCodeTag);
+    addField(QStringLiteral("client"), QStringLiteral("CLIENTE"), renter ? renter->name : QString(), true,
              customerNameTag);
     screen.clientMatches = addMatches([this](const QString& id) {
-        const Customer* chosen = findCustomer(store, id);
-        if (chosen == nullptr || screen.formView == nullptr)
+        const std::optional<Customer> chosen = customer(id);
+        if (!chosen || screen.formView == nullptr)
             return;
         rentalCustomer = chosen->id;
         setText(screen.formView, QStringLiteral("clientCode"), customerCode(*chosen));
@@ -231,8 +216,8 @@ void App::updateRentalDue() {
     const std::optional<Instant> start = parseDateTime(form->value(QStringLiteral("start")));
     if (!start)
         return;
-    const Film* film = findFilm(store, rentalFilm);
-    const bool release = film != nullptr && film->release.value_or(false);
+    const std::optional<Film> chosen = rentalFilm ? film(*rentalFilm) : std::nullopt;
+    const bool release = chosen && chosen->release.value_or(false);
     setText(form, QStringLiteral("due"), dateTimeText(automaticDue(*start, release)));
 }
 
@@ -283,9 +268,9 @@ void App::finalizeRental() {
             rentalCustomer = candidates.first().id;
     }
 
-    const Film* film = findFilm(store, rentalFilm);
-    const Customer* customer = findCustomer(store, rentalCustomer);
-    if (film == nullptr || customer == nullptr || film->deleted.value_or(false) || customer->deleted.value_or(false) ||
+    const std::optional<Film> film = rentalFilm ? this->film(*rentalFilm) : std::nullopt;
+    const std::optional<Customer> customer = rentalCustomer ? this->customer(*rentalCustomer) : std::nullopt;
+    if (!film || !customer || film->deleted.value_or(false) || customer->deleted.value_or(false) ||
         inUse(store, film->id) >= film->copies) {
         alert(QStringLiteral("Selecione filme e cliente"),
               QStringLiteral("Escolha um filme disponível e um cliente cadastrado nas listas de pesquisa."));

@@ -13,7 +13,7 @@
 
 namespace {
 
-const Instant now{800000000}; // 1996-05-08, a Wednesday
+const Instant now{800000000}; // 09/05/2026 03:13 in São Paulo
 
 // TUBARÃO has copy 2 out, ALIEN its only copy, GREMLINS was removed; two customers share a name.
 Store shop() {
@@ -79,8 +79,8 @@ class RentalTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void rentByKeyboard_data();
-    void rentByKeyboard();
+    void rentAndReturnByKeyboard_data();
+    void rentAndReturnByKeyboard();
     void savingResolvesOrRefuses_data();
     void savingResolvesOrRefuses();
     void cashEntries_data();
@@ -90,56 +90,64 @@ private slots:
     void suggestionNamesOnlyFilmsOnTheShelf();
 };
 
-void RentalTest::rentByKeyboard_data() {
+void RentalTest::rentAndReturnByKeyboard_data() {
     QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("film");
+    QTest::addColumn<QString>("title");
     QTest::addColumn<double>("period");
     QTest::newRow("catalogue title") << "tuba"
-                                     << "F1" << 259200.0;
+                                     << "TUBARÃO" << 259200.0;
     QTest::newRow("new release") << "twis"
-                                 << "F4" << 86400.0;
+                                 << "TWISTER" << 86400.0;
 }
 
-void RentalTest::rentByKeyboard() {
+void RentalTest::rentAndReturnByKeyboard() {
     QFETCH(QString, typed);
-    QFETCH(QString, film);
+    QFETCH(QString, title);
     QFETCH(double, period);
     RentalShop shop;
     QVERIFY(shop.open());
-
     shop.type("film", typed);
-    QCOMPARE(shop.app->screen.filmMatches->items().size(), 1);
-    if (film == "F1")
-        QCOMPARE(shop.app->screen.filmMatches->items().first().label, "0001 — TUBARÃO — " + money(500));
     QVERIFY(!shop.app->rentalFilm); // a title fragment only lists
     shop.press(Qt::Key_Down);
     shop.press(Qt::Key_Return);
-    QCOMPARE(shop.app->rentalFilm, film);
     QCOMPARE(QApplication::focusWidget(), shop.field("client"));
-    const Instant start = *parseDateTime(shop.field("start")->text());
-    QCOMPARE(shop.field("due")->text(), dateTimeText(start.plusSeconds(period)));
-
     QTest::keyClicks(QApplication::focusWidget(), "silva");
-    QCOMPARE(shop.app->screen.clientMatches->items().first().label, "0001 — MARIA SILVA — (11) 5555-0101");
     shop.press(Qt::Key_Down);
     shop.press(Qt::Key_Return);
     QCOMPARE(QApplication::focusWidget(), shop.field("start"));
     shop.click("SALVAR");
 
     QCOMPARE(shop.app->section, int(Section::rented));
-    const Store saved = shop.saved();
-    const Rental& rental = saved.rentals.last();
-    QCOMPARE(rental.film, film);
+    const Rental rental = shop.saved().rentals.last();
+    QVERIFY(shop.app->filteredIDs.contains(rental.id));
     QCOMPARE(rental.customer, "C1");
     QCOMPARE(rental.copy, 1);
-    QCOMPARE(rental.finePerDay, 200);
     QCOMPARE(rental.due.seconds - rental.start.seconds, period);
-    QCOMPARE(saved.entries.last().amount, rental.price);
-    QVERIFY(saved.entries.last().description.startsWith("Locação: ") &&
-            saved.entries.last().description.endsWith(" / MARIA SILVA"));
-    // The choice was used up: the screen starts empty again.
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F3);
-    QCOMPARE(shop.field("film")->text(), QString());
+    QCOMPARE(shop.saved().entries.last().description, "Locação: " + title + " / MARIA SILVA");
+
+    // Back two calendar days late at 2,00 a day, not rewound.
+    const Instant back = rental.due.plusSeconds(2 * 86400 + 60);
+    shop.app->clock = [back] {
+        return back;
+    };
+    shop.app->table->selectRow(int(shop.app->filteredIDs.indexOf(rental.id)));
+    DialogAnswerer details(DialogAnswerer::clickButton(0));
+    shop.click("SELECIONAR");
+    QVERIFY(details.seen().text.endsWith("Multa atual: R$ 4,00")); // the text box shows a plain space
+    QCOMPARE(shop.app->section, int(Section::returns));
+    QCOMPARE(shop.app->window->focusWidget(), static_cast<QWidget*>(shop.app->table.data()));
+    QCOMPARE(shop.app->selected(), rental.id);
+    DialogAnswerer rewind(DialogAnswerer::pressKey(Qt::Key_N));
+    shop.click("FINALIZAR");
+    QCOMPARE(rewind.seen().title, "FITA FOI REBOBINADA? [S/N]");
+
+    const Store saved = shop.saved();
+    QCOMPARE(saved.rentals.last().fine, 400);
+    QCOMPARE(saved.rentals.last().rewindFee, 100);
+    QCOMPARE(saved.entries.size(), 3);
+    QCOMPARE(saved.entries[1].description, "Multa: " + title);
+    QCOMPARE(saved.entries[2].description, "Taxa de rebobinagem: " + title);
+    QVERIFY(!shop.app->filteredIDs.contains(rental.id)); // nothing left to return twice
 }
 
 void RentalTest::savingResolvesOrRefuses_data() {
@@ -149,52 +157,39 @@ void RentalTest::savingResolvesOrRefuses_data() {
     QTest::addColumn<QString>("start");
     QTest::addColumn<int>("listed");
     QTest::addColumn<QString>("refusal");
-    QTest::addColumn<int>("copy");
     const QString chooseFirst = "Selecione filme e cliente";
-    QTest::newRow("free copy by code, name typed in full") << "1"
-                                                           << ""
-                                                           << "maria silva"
-                                                           << "" << 0 << "" << 1;
-    QTest::newRow("copy 1 asked for") << "COD-0001-001"
+    QTest::newRow("code, name typed in full") << "1"
+                                              << ""
+                                              << "maria silva"
+                                              << "" << 0 << "";
+    QTest::newRow("title typed, never chosen") << ""
+                                               << "TUB"
+                                               << "MARIA SILVA"
+                                               << "" << 1 << "";
+    QTest::newRow("copy 2 out") << "COD-0001-002"
+                                << ""
+                                << "MARIA SILVA"
+                                << "" << 0 << "Exemplar indisponível";
+    QTest::newRow("all out, by code") << "2"
                                       << ""
                                       << "MARIA SILVA"
-                                      << "" << 0 << "" << 1;
-    QTest::newRow("copy 2 is out") << "COD-0001-002"
-                                   << ""
-                                   << "MARIA SILVA"
-                                   << "" << 0 << "Exemplar indisponível" << 0;
-    QTest::newRow("copy 9 does not exist") << "COD-0001-009"
-                                           << ""
-                                           << "MARIA SILVA"
-                                           << "" << 0 << "Exemplar indisponível" << 0;
-    QTest::newRow("every copy out, by code") << "2"
+                                      << "" << 0 << chooseFirst;
+    QTest::newRow("all out, by title") << ""
+                                       << "ALI"
+                                       << "MARIA SILVA"
+                                       << "" << 0 << chooseFirst;
+    QTest::newRow("one name, two customers") << "1"
                                              << ""
-                                             << "MARIA SILVA"
-                                             << "" << 0 << chooseFirst << 0;
-    QTest::newRow("every copy out, by title") << ""
-                                              << "ALI"
-                                              << "MARIA SILVA"
-                                              << "" << 0 << chooseFirst << 0;
-    QTest::newRow("removed film") << ""
-                                  << "GREM"
-                                  << "MARIA SILVA"
-                                  << "" << 0 << chooseFirst << 0;
-    QTest::newRow("two customers of one name") << "1"
-                                               << ""
-                                               << "joão"
-                                               << "" << 0 << chooseFirst << 0;
-    QTest::newRow("unique title typed, not chosen") << ""
-                                                    << "TUB"
-                                                    << "MARIA SILVA"
-                                                    << "" << 1 << "" << 1;
-    QTest::newRow("unreadable start") << "1"
+                                             << "joão"
+                                             << "" << 0 << chooseFirst;
+    QTest::newRow("start unreadable") << "1"
                                       << ""
                                       << "MARIA SILVA"
-                                      << "31/02/1996 10:00" << 0 << "Data ou multa inválida" << 0;
+                                      << "31/02/1996 10:00" << 0 << "Data ou multa inválida";
     QTest::newRow("start moved") << "1"
                                  << ""
                                  << "MARIA SILVA"
-                                 << "10/05/1996 14:00" << 0 << "" << 1;
+                                 << "10/05/1996 14:00" << 0 << "";
 }
 
 void RentalTest::savingResolvesOrRefuses() {
@@ -204,13 +199,9 @@ void RentalTest::savingResolvesOrRefuses() {
     QFETCH(QString, start);
     QFETCH(int, listed);
     QFETCH(QString, refusal);
-    QFETCH(int, copy);
     RentalShop shop;
     QVERIFY(shop.open());
-    if (!code.isEmpty())
-        shop.type("code", code);
-    if (!title.isEmpty())
-        shop.type("film", title);
+    shop.type(code.isEmpty() ? "film" : "code", code + title);
     MatchList* films = shop.app->screen.filmMatches;
     QCOMPARE(films->isHidden() ? 0 : films->items().size(), listed);
     shop.type("client", client);
@@ -220,20 +211,13 @@ void RentalTest::savingResolvesOrRefuses() {
         const std::optional<Instant> typed = parseDateTime(start);
         QCOMPARE(shop.field("due")->text(), typed ? dateTimeText(typed->plusSeconds(259200)) : due);
     }
-
     DialogAnswerer answerer(DialogAnswerer::pressKey(Qt::Key_Return));
     shop.click("SALVAR");
     QCOMPARE(answerer.seen().title, refusal);
-    const Store saved = shop.saved();
-    QCOMPARE(saved.rentals.size(), shop.app->store.rentals.size());
-    if (refusal.isEmpty()) {
-        QCOMPARE(saved.rentals.size(), 3);
-        QCOMPARE(saved.rentals.last().copy, copy);
-        QCOMPARE(saved.rentals.last().customer, "C1");
-    } else {
-        QCOMPARE(saved.rentals.size(), 2);
-        QCOMPARE(shop.field("client")->text(), client); // the form keeps what was typed
-    }
+    const QList<Rental> saved = shop.saved().rentals;
+    QCOMPARE(saved.size(), refusal.isEmpty() ? 3 : 2);
+    if (refusal.isEmpty())
+        QVERIFY(saved.last().copy == 1 && saved.last().customer == "C1");
 }
 
 void RentalTest::cashEntries_data() {
@@ -242,10 +226,7 @@ void RentalTest::cashEntries_data() {
     QTest::addColumn<qint64>("amount"); // 0: nothing written
     QTest::newRow("money out") << QStringList{"Troco", "saída", "10,00"} << "" << qint64(-1000);
     QTest::newRow("money in") << QStringList{"Venda", "Entrada", "5,50"} << "" << qint64(550);
-    QTest::newRow("unaccented type") << QStringList{"Troco", "SAIDA", "1"} << "" << qint64(-100);
     QTest::newRow("zero") << QStringList{"Venda", "ENTRADA", "0"} << "" << qint64(0);
-    QTest::newRow("negative") << QStringList{"Venda", "ENTRADA", "-5,00"} << "" << qint64(0);
-    QTest::newRow("unreadable") << QStringList{"Venda", "ENTRADA", "cinco"} << "" << qint64(0);
     QTest::newRow("no description") << QStringList{"", "ENTRADA", "5,00"} << "" << qint64(0);
     QTest::newRow("other type") << QStringList{"Doação", "doação", "5,00"} << "Tipo inválido" << qint64(0);
 }
@@ -269,19 +250,15 @@ void RentalTest::cashEntries() {
     QCOMPARE(followUp->seen().title, refusal);
     const QList<Entry> entries = shop.saved().entries;
     QCOMPARE(entries.size(), amount != 0 ? 1 : 0);
-    if (amount != 0) {
-        QCOMPARE(entries.last().amount, amount);
-        QCOMPARE(entries.last().description, typed.first());
-        QCOMPARE(entries.last().date, now);
-    }
+    if (amount != 0)
+        QVERIFY(entries.last().amount == amount && entries.last().description == typed.first());
 }
 
 void RentalTest::shopNameLimit_data() {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("name");
-    const QString sixty = QString(59, u'A') + QStringLiteral("É");
+    const QString sixty = QString(59, u'A') + "E\u0301"; // an accent typed apart is still one character
     QTest::newRow("sixty characters") << sixty << sixty;
-    QTest::newRow("sixty with a separate accent") << QString(59, u'A') + "E\u0301" << QString(59, u'A') + "E\u0301";
     QTest::newRow("sixty-one characters") << sixty + "B"
                                           << "LOCADORA";
     QTest::newRow("empty") << ""
@@ -319,8 +296,7 @@ void RentalTest::suggestionNamesOnlyFilmsOnTheShelf() {
 
     Store everythingOut = shop.app->store;
     for (const char* film : {"F1", "F4"})
-        everythingOut.rentals.append(Rental{
-            .id = QStringLiteral("X") + film, .film = film, .customer = "C1", .start = now, .due = now, .copy = 1});
+        everythingOut.rentals.append(Rental{.id = QStringLiteral("X") + film, .film = film, .due = now, .copy = 1});
     QVERIFY(shop.app->commit(everythingOut));
     DialogAnswerer second(DialogAnswerer::pressKey(Qt::Key_Return));
     shop.app->suggestHouse();
