@@ -19,6 +19,7 @@
 
 class QKeyEvent;
 class QLabel;
+class QLineEdit;
 class QMainWindow;
 class QStackedWidget;
 class QTimer;
@@ -44,6 +45,8 @@ struct ScreenWidgets {
     DOSPopup* genrePopup = nullptr;
     DOSButton* sortButton = nullptr;
     RecordForm* formView = nullptr;
+    MatchList* filmMatches = nullptr;   // rental screen only
+    MatchList* clientMatches = nullptr; // rental screen only
 };
 
 // The controller: owns the window, the store in memory, the database and every
@@ -143,6 +146,21 @@ public:
     std::optional<Customer> memberToPrint() const;
     void printMembers();
     void saveExport(const QString& text, const QString& fileName);
+
+    // ---- Rental screen (AppRental.cpp) ------------------------------------
+    // The rental fields are known by these tags, kept in the "tag" property.
+    enum RentalFieldTag : int {
+        filmCodeTag = 801,
+        filmTitleTag = 802,
+        customerNameTag = 803,
+        customerCodeTag = 804,
+        rentalStartTag = 805,
+    };
+    static int fieldTag(const QWidget* view);
+    void controlTextDidChange(QLineEdit* field); // the operator's edits only
+    void updateRentalDue();
+    void clearRental();
+    void finalizeRental();
 
     // ---- State, in this order ----------------------------------------------
     QMainWindow* window = nullptr;

@@ -1,9 +1,120 @@
 #include "app/App.h"
 
-// Cash entry, shop name, suggestion, help and exit: not written yet.
+#include "records/Codes.h"
+#include "records/MoneyText.h"
+#include "records/RentalRules.h"
+#include "records/Search.h"
 
-void App::cashEntry() {}
-void App::configureName() {}
-void App::suggestHouse() {}
-void App::helpScreen() {}
-void App::exitProgram() {}
+#include <QLabel>
+#include <QMainWindow>
+#include <QTextBoundaryFinder>
+
+// The operator's small commands: a cash-book line, the shop's name, the house
+// suggestion, the help screen and leaving the program.
+
+namespace {
+
+constexpr qsizetype longestShopName = 60;
+
+// Characters as the operator sees them: an accent typed apart still makes one.
+qsizetype visibleLength(const QString& text) {
+    QTextBoundaryFinder graphemes(QTextBoundaryFinder::Grapheme, text);
+    qsizetype count = 0;
+    while (graphemes.toNextBoundary() != -1)
+        ++count;
+    return count;
+}
+
+QString suggestionText(const Film& film) {
+    const QString year = film.year ? QString::number(*film.year) : QStringLiteral("ANO NÃO INFORMADO");
+    const bool hasSynopsis = film.sinapse && !film.sinapse->trimmed().isEmpty();
+    return QStringLiteral("Hoje eu recomendo: ") + film.title + QLatin1Char('\n') + inventoryCode(film.code) +
+           QStringLiteral(" • ") + year + QLatin1Char('\n') + film.genre + QStringLiteral("\n\n") +
+           (hasSynopsis ? *film.sinapse : QStringLiteral("Pegue a pipoca e boa sessão!"));
+}
+
+} // namespace
+
+void App::cashEntry() {
+    const std::optional<QStringList> typed =
+        form(QStringLiteral("Caixa"), {{QStringLiteral("DESCRIÇÃO"), QString()},
+                                       {QStringLiteral("TIPO: ENTRADA OU SAÍDA"), QStringLiteral("ENTRADA")},
+                                       {QStringLiteral("VALOR (R$)"), QString()}});
+    if (!typed)
+        return;
+    const QString& description = typed->at(0);
+    const std::optional<qint64> amount = cents(typed->at(2));
+    // The operator sees the list unchanged; nothing more to say about an empty line.
+    if (!amount || *amount <= 0 || description.isEmpty())
+        return;
+    const QString kind = foldedKey(typed->at(1));
+    if (kind != QStringLiteral("entrada") && kind != QStringLiteral("saida")) {
+        alert(QStringLiteral("Tipo inválido"), QStringLiteral("Informe entrada ou saída."));
+        return;
+    }
+    Store changed = store;
+    changed.entries.append(Entry{.id = newIdentifier(),
+                                 .date = clock(),
+                                 .description = description,
+                                 .amount = kind == QStringLiteral("entrada") ? *amount : -*amount});
+    if (commit(changed))
+        render();
+}
+
+void App::configureName() {
+    const std::optional<QStringList> typed =
+        form(QStringLiteral("Nome da locadora"), {{QStringLiteral("NOME"), locadoraName()}});
+    if (!typed)
+        return;
+    const QString name = typed->first();
+    if (name.isEmpty() || visibleLength(name) > longestShopName)
+        return;
+    Store changed = store;
+    changed.locadoraName = name;
+    if (!commit(changed))
+        return;
+    // Only the brand and the title change: the screen keeps what is being typed.
+    brand->setText(locadoraName().toUpper());
+    window->setWindowTitle(QStringLiteral("CINEFITA — ") + locadoraName());
+}
+
+void App::suggestHouse() {
+    QList<Film> onShelf;
+    for (const Film& film : activeFilms(store))
+        if (inUse(store, film.id) < film.copies)
+            onShelf.append(film);
+    if (onShelf.isEmpty()) {
+        alert(QStringLiteral("Sugestão da Casa"), QStringLiteral("Não há fitas disponíveis no acervo."));
+        return;
+    }
+    alert(QStringLiteral("[F7] SUGESTÃO DA CASA"), suggestionText(onShelf.at(randomIndex(onShelf.size()))));
+}
+
+void App::helpScreen() {
+    static const QStringList lines = {
+        QStringLiteral("╔════ CINEFITA • CLUBE VHS ════╗"),
+        QStringLiteral("[F1] CADASTRAR FITA  •  [F2] CLIENTES"),
+        QStringLiteral("[F3] ALUGAR  •  [F4] LISTA DE FILMES  •  [F5] LOCADOS  •  [F6] RELATÓRIOS"),
+        QStringLiteral("[F7] SUGESTÃO DA CASA  •  [F9] AJUDA  •  [ESC] SAIR"),
+        QStringLiteral("TAB / SHIFT+TAB: CAMPOS  •  SETAS: MENU / LISTAS"),
+        QStringLiteral("ENTER: SALVAR CADASTRO  •  SINOPSE: NOVA LINHA"),
+        QStringLiteral("LANÇAMENTO: 24 HORAS  •  ACERVO: 3 DIAS"),
+        QStringLiteral("DEVOLVER: FITA REBOBINADA? S/N. NÃO = R$ 1,00"),
+        QStringLiteral("ETIQUETAS: 70 × 18 mm, TAMANHO CONFIGURÁVEL"),
+        QStringLiteral("CARTEIRINHAS: 85,6 × 54 mm. IMPRIMA EM 100%"),
+        QStringLiteral("BANCO SQLITE LOCAL • SEM INTERNET • BACKUP JSON"),
+        QStringLiteral("SIMULAÇÃO PARA COLECIONADORES • VALORES SIMBÓLICOS"),
+    };
+    for (const QString& line : lines)
+        addBody(label(line, 16));
+    spacer();
+}
+
+void App::exitProgram() {
+    ModalAlert question;
+    question.title = QStringLiteral("SAIR DO CINEFITA?");
+    question.text = QStringLiteral("Os dados já salvos permanecem no banco local.");
+    question.buttons = {QStringLiteral("SAIR"), QStringLiteral("VOLTAR")};
+    if (styledModal(std::move(question)) == firstButtonAnswer)
+        terminate();
+}

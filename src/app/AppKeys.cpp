@@ -1,8 +1,14 @@
 #include "app/App.h"
 
+#include "app/MatchList.h"
+#include "app/RecordForm.h"
+#include "look/DOSField.h"
+
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMainWindow>
+#include <QTableView>
 
 namespace {
 
@@ -104,6 +110,27 @@ bool App::mainKey(QKeyEvent* event) {
             return true;
         default:
             break; // F8 has no action
+        }
+    }
+
+    // The rental screen's drop-downs: Down enters the list under the field, Enter picks.
+    QWidget* focused = window != nullptr ? window->focusWidget() : nullptr;
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (event->key() == Qt::Key_Down && qobject_cast<QLineEdit*>(focused) != nullptr) {
+        MatchList* matches = fieldTag(focused) == customerNameTag ? screen.clientMatches : screen.filmMatches;
+        if (matches != nullptr && matches->isVisible()) {
+            focus(matches->list());
+            return true;
+        }
+    }
+    for (auto [matches, next] : {std::pair{screen.filmMatches, QStringLiteral("client")},
+                                 std::pair{screen.clientMatches, QStringLiteral("start")}}) {
+        if (enter && matches != nullptr && focused == matches->list()) {
+            matches->choose();
+            matches->hide();
+            if (screen.formView != nullptr)
+                focus(screen.formView->fields().value(next));
+            return true;
         }
     }
     return false;
