@@ -178,7 +178,8 @@ void ShellTest::navigationMovesFocus() {
     QCOMPARE(app.terminations, 0);
     QCOMPARE(app->section, Section::films);
 
-    QVERIFY(navButton(*app.app, "[F1] CADASTRAR FITA")->isOn()); // the new-film form lights its own entry
+    // A new film is being created: the menu lights its own entry, not the film list.
+    QVERIFY(navButton(*app.app, "[F1] CADASTRAR FITA")->isOn());
 
     app->menuHeading->click();
     QCOMPARE(app->section, Section::home);
