@@ -27,6 +27,16 @@ public:
 
     bool exec(const char* sql) { return sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) == SQLITE_OK; }
 
+    QByteArray pragma(const char* sql) {
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(db_, sql, -1, &statement, nullptr);
+        QByteArray result;
+        if (sqlite3_step(statement) == SQLITE_ROW)
+            result = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
+        sqlite3_finalize(statement);
+        return result;
+    }
+
     std::optional<QByteArray> payload(const char* table) {
         sqlite3_stmt* statement = nullptr;
         const QByteArray sql = QByteArray("SELECT payload FROM ") + table + " WHERE id=1";
@@ -106,7 +116,7 @@ private slots:
     }
 
     void lockedDatabaseFailsAfterWaiting() {
-        LocalDatabase database(path());
+        LocalDatabase database(path(), 100);
         database.save(storeNamed("Primeira"));
         RawConnection other(path());
         QVERIFY(other.exec("BEGIN IMMEDIATE;"));
@@ -114,10 +124,51 @@ private slots:
         waited.start();
         QCOMPARE(failureOf([&] { database.save(storeNamed("Segunda")); }),
                  QString("Falha no banco local: database is locked"));
-        QVERIFY(waited.elapsed() >= 4000);
+        QVERIFY(waited.elapsed() >= 100);
         QVERIFY(other.exec("ROLLBACK;"));
         QCOMPARE(other.payload("state"), encodeStore(storeNamed("Primeira")));
         QVERIFY(!other.payload("previous_state"));
+    }
+
+    // Large pages on new files and, once, on files made with small ones; a file
+    // another process holds open is left as it is and still works.
+    void pageSize_data() {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<bool>("heldOpen");
+        QTest::addColumn<QByteArray>("pageSize");
+        QTest::newRow("new file") << QByteArray() << false << QByteArray("65536");
+        const QByteArray small = QByteArray("PRAGMA page_size=4096;") + LocalDatabase::schema;
+        QTest::newRow("small pages") << small << false << QByteArray("65536");
+        QTest::newRow("small pages, held open") << small << true << QByteArray("4096");
+    }
+    void pageSize() {
+        QFETCH(QByteArray, before);
+        QFETCH(bool, heldOpen);
+        QFETCH(QByteArray, pageSize);
+        if (!before.isEmpty()) {
+            RawConnection setup(path());
+            QVERIFY(setup.exec(before.constData()));
+            const QByteArray rows = "INSERT INTO previous_state VALUES(1,'" + encodeStore(storeNamed("Primeira")) +
+                                    "'); INSERT INTO state VALUES(1,'" + encodeStore(storeNamed("Segunda")) + "');";
+            QVERIFY(setup.exec(rows.constData()));
+        }
+        std::optional<RawConnection> other;
+        if (heldOpen)
+            QVERIFY(other.emplace(path()).exec("SELECT count(*) FROM state;"));
+        LocalDatabase database(path(), 100);
+        if (!before.isEmpty())
+            QCOMPARE(database.load(), std::optional(storeNamed("Segunda")));
+        database.save(storeNamed("Terceira"));
+        RawConnection after(path());
+        QCOMPARE(after.pragma("PRAGMA page_size;"), pageSize);
+        QCOMPARE(after.pragma("PRAGMA journal_mode;"), QByteArray("wal"));
+        QCOMPARE(after.pragma("PRAGMA integrity_check;"), QByteArray("ok"));
+        QCOMPARE(after.payload("state"), encodeStore(storeNamed("Terceira")));
+        // The idle checkpoint leaves the document in the file itself.
+        QVERIFY(database.checkpoint());
+        QVERIFY(QFile::copy(path(), dir.filePath("copy.sqlite")));
+        QCOMPARE(RawConnection(dir.filePath("copy.sqlite")).payload("state"), encodeStore(storeNamed("Terceira")));
+        QFile::remove(dir.filePath("copy.sqlite"));
     }
 
     void unreadableRows_data() {
