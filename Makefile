@@ -1,5 +1,5 @@
 # Thin wrapper: every target installs what is missing first, then uses the CMake presets.
-.PHONY: run test bench package format deps
+.PHONY: run test bench package gallery format deps
 
 deps:
 	./scripts/install-deps
@@ -26,5 +26,10 @@ package: deps
 	cmake --build --preset release --target cinefita cinefita_icons
 	cd build/release && cpack -G DEB
 
+gallery: deps
+	cmake --preset release
+	cmake --build --preset release --target cinefita_gallery
+	QT_QPA_PLATFORM=offscreen ./build/release/tools/gallery/cinefita_gallery build/gallery
+
 format:
-	find src tests bench -name '*.cpp' -o -name '*.h' | xargs -r clang-format -i
+	find src tests bench tools packaging -name '*.cpp' -o -name '*.h' | xargs -r clang-format -i

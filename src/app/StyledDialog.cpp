@@ -115,8 +115,7 @@ StyledDialog::StyledDialog(ModalAlert alert, QWidget* parent)
     m_icon->setFixedSize(iconSize, iconSize);
     m_icon->setAlignment(Qt::AlignCenter);
     if (const std::optional<QImage> icon = DOS::dialogIcon())
-        m_icon->setPixmap(
-            QPixmap::fromImage(icon->scaled(iconSize, iconSize, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
+        m_icon->setPixmap(QPixmap::fromImage(DOS::fittedStrokes(*icon, iconSize)));
     else
         m_icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxInformation).pixmap(iconSize, iconSize));
     outer->addWidget(m_icon, 0, Qt::AlignTop);

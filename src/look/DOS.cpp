@@ -2,7 +2,9 @@
 
 #include <QFile>
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <QRawFont>
+#include <QScreen>
 #include <QtEndian>
 
 namespace {
@@ -33,6 +35,20 @@ QString chooseFontFile() {
     if (QFile::exists(fontResource))
         return fontResource;
     return qEnvironmentVariable("CINEFITA_FONT_PATH");
+}
+
+constexpr qreal enlargement = 1.45;
+constexpr qreal pointsPerInch = 72.0;
+
+// Qt turns a point size into pixels at the primary screen's logical DPI (a whole
+// number); asking in points at that DPI keeps fractional pixel sizes in the request.
+qreal logicalDpi() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen != nullptr ? qRound(screen->logicalDotsPerInchY()) : 96;
+}
+
+qreal pointsForPixels(qreal pixels) {
+    return qMax(qreal(0.01), pixels) * pointsPerInch / logicalDpi();
 }
 
 quint16 bigEndian16(const QByteArray& data, qsizetype offset) {
@@ -78,15 +94,16 @@ QFont font(qreal size) {
     const Registration& state = registration();
     if (!state.family.isEmpty()) {
         QFont pixel(state.family);
-        // Whole pixels keep the font's square dots on the screen grid. Antialiasing
-        // stays on: the font's thinnest details are under a pixel wide at most sizes.
-        pixel.setPixelSize(qMax(1, qRound(size * 1.45)));
+        // The exact enlargement, not rounded to whole pixels, so every size keeps its
+        // proportion. Antialiasing stays on: the font's thinnest details are under a
+        // pixel wide at most sizes.
+        pixel.setPointSizeF(pointsForPixels(size * enlargement));
         pixel.setStyleHint(QFont::TypeWriter);
         pixel.setWeight(QFont::Normal);
         return pixel;
     }
     QFont fallback = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    fallback.setPixelSize(qMax(1, qRound(size)));
+    fallback.setPointSizeF(pointsForPixels(size));
     fallback.setWeight(QFont::Normal);
     fallback.setStyle(QFont::StyleNormal);
     return fallback;
@@ -174,6 +191,38 @@ QImage whiteStrokes(const QImage& picture) {
         }
     }
     return strokes;
+}
+
+QImage fittedStrokes(const QImage& strokes, int side) {
+    if (strokes.isNull() || side <= 0)
+        return {};
+    const QImage source = strokes.convertToFormat(QImage::Format_RGBA8888);
+    const QSize size = source.size().scaled(side, side, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+    QImage fitted(size, QImage::Format_RGBA8888);
+    fitted.fill(Qt::transparent);
+    // Each target pixel covers a block of source pixels (integer bounds, rounded
+    // outwards); one stroke pixel in the block is enough, so no stroke is lost or greyed.
+    const auto block = [](int target, int sourceLength, int targetLength) {
+        const int first = int(qint64(target) * sourceLength / targetLength);
+        const int end = int((qint64(target + 1) * sourceLength + targetLength - 1) / targetLength);
+        return std::pair(first, qMax(end, first + 1));
+    };
+    for (int y = 0; y < size.height(); ++y) {
+        const auto [top, bottom] = block(y, source.height(), size.height());
+        uchar* out = fitted.scanLine(y);
+        for (int x = 0; x < size.width(); ++x) {
+            const auto [left, right] = block(x, source.width(), size.width());
+            bool stroke = false;
+            for (int sy = top; sy < bottom && !stroke; ++sy) {
+                const uchar* in = source.constScanLine(sy);
+                for (int sx = left; sx < right && !stroke; ++sx)
+                    stroke = in[4 * sx + 3] != 0;
+            }
+            if (stroke)
+                std::fill(out + 4 * x, out + 4 * x + 4, uchar(255));
+        }
+    }
+    return fitted;
 }
 
 } // namespace DOS

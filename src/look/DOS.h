@@ -19,8 +19,10 @@ QColor shortcut();  // same value as yellow()
 QColor selection(); // same value as yellow()
 
 // Sizes are nominal and count in device-independent pixels. With the pixel font
-// registered the request is enlarged by 45 % (14 -> 20); without it the system's
-// fixed-pitch font is used at the plain size.
+// registered the request is enlarged by 45 % (14 -> 20.3, not rounded); without it
+// the system's fixed-pitch font is used at the plain size. The font carries a
+// fractional point size that comes out at that many pixels on the screen (Qt 6.4's
+// font loader still draws the glyphs at the nearest whole pixel size).
 QFont font(qreal size);
 
 // Registers the pixel font for this process: the embedded resource when present,
@@ -44,5 +46,10 @@ std::optional<QImage> dialogIcon();
 // (0 to 1) reaches 0.75 becomes opaque white, every other pixel transparent.
 // The result is RGBA8888 of the same pixel size.
 QImage whiteStrokes(const QImage& picture);
+
+// White strokes fitted into a side x side square, aspect ratio kept, staying pure
+// white on transparent: a smooth scaling would grey the 1-pixel strokes or, by
+// picking pixels, drop some. A target pixel is white when any pixel it covers is.
+QImage fittedStrokes(const QImage& strokes, int side);
 
 } // namespace DOS

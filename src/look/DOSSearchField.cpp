@@ -35,7 +35,8 @@ void DOSSearchField::paintEvent(QPaintEvent* event) {
 
     painter.setPen(QPen(DOS::text(), 1));
     const int middle = height() / 2;
-    // An 11-pixel ring with its handle running down and to the right.
-    painter.drawEllipse(QRect(9, middle - 5, 10, 10));
+    // A ring in the 11-pixel square at (9, middle - 6), its handle running down and to
+    // the right. QPainter strokes a rectangle's outline one pixel beyond its width.
+    painter.drawEllipse(QRect(9, middle - 6, 10, 10));
     painter.drawLine(QPoint(18, middle + 4), QPoint(24, middle + 10));
 }

@@ -108,7 +108,7 @@ void DOSStyle::drawComplexControl(ComplexControl control, const QStyleOptionComp
         QProxyStyle::drawComplexControl(control, option, painter, widget);
         return;
     }
-    // A flat bar: dark groove, framed arrow cells and a solid knob, all hard-edged.
+    // A flat bar: dark groove, framed arrow cells and a solid light knob, all hard-edged.
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing, false);
     painter->fillRect(bar->rect, DOS::ink());
@@ -134,8 +134,10 @@ void DOSStyle::drawComplexControl(ComplexControl control, const QStyleOptionComp
     }
     const QRect knob = proxy()->subControlRect(CC_ScrollBar, bar, SC_ScrollBarSlider, widget);
     if (knob.isValid() && bar->maximum > bar->minimum) {
+        // A light knob, so it stands out on the dark groove; it widens while dragged.
         const bool pressed = (bar->activeSubControls & SC_ScrollBarSlider) && (bar->state & State_Sunken);
-        painter->fillRect(knob.adjusted(3, 3, -3, -3), pressed ? DOS::yellow() : DOS::border());
+        const int inset = pressed ? 1 : 3;
+        painter->fillRect(knob.adjusted(inset, inset, -inset, -inset), DOS::text());
     }
     painter->restore();
 }

@@ -1,6 +1,6 @@
 #include "Modes.h"
 
-#include "exchange/FileWriting.h"
+#include "files/FileWriting.h"
 #include "print/PrintFiles.h"
 
 #include <QCoreApplication>

@@ -84,6 +84,7 @@ QString barcodeSVG(const QString& value) {
         x += 1;
     }
     const int total = x + 9;
+    // Only characters of the table get this far, so the label needs no escaping.
     return QStringLiteral("<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 ") + QString::number(total) +
            QStringLiteral(" 30' preserveAspectRatio='none' aria-label='") + value + QStringLiteral("' style='width:") +
            realNumberText(total * 0.25) +

@@ -84,7 +84,7 @@ QString memberCardSVG(const Customer& customer, const QString& shopName) {
 
     return QStringLiteral("<svg xmlns='http://www.w3.org/2000/svg' width='85.6mm' height='54mm' viewBox='0 0 85.6 54' "
                           "role='img' aria-label='Carteirinha de ") +
-           name +
+           escapedAttribute(customer.name) +
            QStringLiteral("'><rect x='0.03' y='0.03' width='85.54' height='53.94' fill='white' stroke='black' "
                           "stroke-width='0.06'/><rect x='4.2' y='3.6' width='77.2' height='10.4' fill='none' "
                           "stroke='#222' stroke-width='0.16'/><svg viewBox='0 0 64 40' width='10' height='6' x='") +

@@ -1,6 +1,6 @@
 #include "print/PrintFiles.h"
 
-#include "exchange/FileWriting.h"
+#include "files/FileWriting.h"
 #include "print/Labels.h"
 #include "print/MemberCard.h"
 

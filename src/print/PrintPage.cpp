@@ -13,6 +13,10 @@ QString escapedHTML(const QString& text) {
     return escaped;
 }
 
+QString escapedAttribute(const QString& text) {
+    return escapedHTML(text).replace(u'\'', QStringLiteral("&#39;"));
+}
+
 QString printDocument(const QString& title, const QString& body, const QString& css) {
     const QString shownTitle = escapedHTML(title);
     return QStringLiteral("<!doctype html><html lang='pt-BR'><meta charset='utf-8'><title>") + shownTitle +

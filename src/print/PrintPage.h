@@ -6,6 +6,10 @@
 // escaped twice; apostrophes pass unchanged.
 QString escapedHTML(const QString& text);
 
+// For a value inside a single-quoted attribute: escapedHTML plus "'" as "&#39;",
+// so a name like "D'Arc" cannot end the attribute.
+QString escapedAttribute(const QString& text);
+
 // The common A4 page: toolbar with instructions and print button, then body in
 // <main>, then the 50 mm check ruler. title is plain text; body and css are
 // inserted as they are.

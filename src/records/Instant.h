@@ -16,7 +16,7 @@ struct Instant {
     }
     static Instant now() { return fromDateTime(QDateTime::currentDateTimeUtc()); }
 
-    // Millisecond precision is all a calendar question needs.
+    // Down to the millisecond, which is all a calendar question needs.
     QDateTime toDateTime() const;
 
     Instant plusSeconds(double delta) const { return {seconds + delta}; }

@@ -2,6 +2,7 @@
 
 #include "records/StoreJSON.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -71,6 +72,52 @@ int hexValue(char c) {
     return -1;
 }
 
+// The value of a number literal with a fraction or an exponent ("5.0", "1e3"),
+// worked out on its decimal digits so nothing passes through a double: true only
+// when it is whole and fits in 64 bits exactly.
+bool wholeValue(const char* p, const char* stop, qint64& value) {
+    const bool negative = *p == '-';
+    if (negative)
+        ++p;
+    std::string digits;
+    qint64 scale = 0; // digits × 10^scale is the value
+    bool fraction = false;
+    for (; p < stop && *p != 'e' && *p != 'E'; ++p) {
+        if (*p == '.')
+            fraction = true;
+        else
+            digits += *p, scale -= fraction ? 1 : 0;
+    }
+    if (p < stop) {
+        const bool down = *++p == '-';
+        if (*p == '+' || *p == '-')
+            ++p;
+        qint64 exponent = 0;
+        for (; p < stop; ++p) // capped far past any 64-bit value
+            exponent = std::min<qint64>(exponent * 10 + (*p - '0'), 1'000'000'000);
+        scale += down ? -exponent : exponent;
+    }
+    digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size()));
+    if (digits.empty()) {
+        value = 0;
+        return true;
+    }
+    if (scale < 0) {
+        // Only zeros may be cut off; the leading digit is never zero here.
+        if (-scale >= qint64(digits.size()) ||
+            digits.find_first_not_of('0', digits.size() - size_t(-scale)) != std::string::npos)
+            return false;
+        digits.resize(digits.size() - size_t(-scale));
+    } else {
+        if (qint64(digits.size()) + scale > 19)
+            return false;
+        digits.append(size_t(scale), '0');
+    }
+    if (negative)
+        digits.insert(digits.begin(), '-');
+    return std::from_chars(digits.data(), digits.data() + digits.size(), value).ec == std::errc();
+}
+
 } // namespace
 
 void JSONReader::syntaxError(const char* what) const {
@@ -99,7 +146,8 @@ void JSONReader::enter() {
 }
 
 void JSONReader::finish() {
-    if (peek() != '\0')
+    peek();
+    if (p_ != end_) // a NUL byte is text like any other, not an end
         syntaxError("texto depois do documento");
 }
 
@@ -280,18 +328,9 @@ bool JSONReader::readInteger(qint64& value) {
         return false;
     const char* start = nullptr;
     const char* stop = nullptr;
-    if (scanNumber(start, stop) && std::from_chars(start, stop, value).ec == std::errc())
-        return true;
-    // A fraction, an exponent or more than 64 bits: accepted only when the value
-    // is whole and fits.
-    double d = 0;
-    if (std::from_chars(start, stop, d).ec != std::errc())
-        return false;
-    if (d == std::floor(d) && d >= -9223372036854775808.0 && d < 9223372036854775808.0) {
-        value = qint64(d);
-        return true;
-    }
-    return false;
+    if (scanNumber(start, stop))
+        return std::from_chars(start, stop, value).ec == std::errc();
+    return wholeValue(start, stop, value);
 }
 
 bool JSONReader::readNumber(double& value) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 #include <string>
 #include <string_view>
@@ -10,7 +10,7 @@
 // the next value has another type, so the caller can name the key at fault.
 class JSONReader {
 public:
-    explicit JSONReader(const QByteArray& json) : begin_(json.constData()), p_(begin_), end_(begin_ + json.size()) {}
+    explicit JSONReader(QByteArrayView json) : begin_(json.constData()), p_(begin_), end_(begin_ + json.size()) {}
 
     bool atObject() { return peek() == '{'; }
     bool skipNull();

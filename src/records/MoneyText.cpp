@@ -1,5 +1,8 @@
 #include "records/MoneyText.h"
 
+#include <charconv>
+#include <cmath>
+
 namespace {
 
 bool isAsciiDigit(QChar c) {
@@ -8,8 +11,8 @@ bool isAsciiDigit(QChar c) {
 
 } // namespace
 
-// The amount is read from its decimal digits as text, never through a double,
-// so "0,29" is exactly 29 centavos.
+// The amount comes from its decimal digits as text, so "0,29" is exactly 29
+// centavos; a double only judges whether it is whole.
 //
 // Only a whole text that is a number is accepted: anything after the digits
 // ("5,50 reais", "1.000,50", "1e3") makes the amount absent rather than being
@@ -50,20 +53,21 @@ std::optional<qint64> cents(const QString& text) {
         whole.remove(0, 1);
     if (whole.isEmpty())
         whole = QStringLiteral("0");
+    const bool fractionIsZero = fraction.count(u'0') == fraction.size();
 
-    // Beyond the centavos only zeros may follow ("5,500" is 5,50).
-    for (qsizetype k = 2; k < fraction.size(); ++k) {
-        if (fraction[k] != u'0')
-            return std::nullopt;
-    }
+    // 0 … 1 000 000 reais, judged on the exact decimal number.
+    if (whole.size() > 7 || whole.toLongLong() > 1'000'000 || (whole.toLongLong() == 1'000'000 && !fractionIsZero))
+        return std::nullopt;
+
+    // The product by 100 must be whole as a double: "5,505" is refused, while
+    // digits below a double's resolution ("5,50000000000000001") are not.
     const QString centDigits = (fraction.left(2) + QStringLiteral("00")).left(2);
-
-    // At most one million reais; eight or more integer digits can never be.
-    if (whole.size() > 7)
+    const QByteArray product = (whole + centDigits + u'.' + fraction.mid(2) + u'0').toLatin1();
+    double value = 0;
+    std::from_chars(product.data(), product.data() + product.size(), value);
+    if (std::round(value) != value)
         return std::nullopt;
     const qint64 amount = whole.toLongLong() * 100 + centDigits.toLongLong();
-    if (amount > 100'000'000)
-        return std::nullopt;
     if (negative && amount != 0)
         return std::nullopt;
     return amount;

@@ -325,7 +325,11 @@ QByteArray encodeStore(const Store& store, JSONLayout layout) {
 }
 
 Store decodeStore(const QByteArray& json) {
-    JSONReader reader(json);
+    // A text editor may have saved the legacy file with a byte-order mark in front.
+    QByteArrayView text(json);
+    if (text.startsWith("\xEF\xBB\xBF"))
+        text = text.sliced(3);
+    JSONReader reader(text);
     if (!reader.atObject()) {
         reader.checkValue(); // a syntax error names itself first
         throw StoreJSONError(QStringLiteral("Dados inválidos: o documento JSON não é um objeto."));

@@ -1,6 +1,6 @@
 #include "storage/StartupLoading.h"
 
-#include "exchange/FileWriting.h"
+#include "files/FileWriting.h"
 #include "records/Codes.h"
 #include "records/FilmCSVError.h"
 #include "records/StoreJSON.h"

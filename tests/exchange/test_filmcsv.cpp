@@ -1,5 +1,6 @@
 #include "exchange/FilmCSV.h"
 #include "records/FilmCSVError.h"
+#include "support/Failures.h"
 
 #include <QtTest>
 
@@ -15,15 +16,6 @@ QString invalid(int record) {
     return QStringLiteral("Registro %1: código duplicado ou valor inválido em código, quantidade, ano ou preço. Nenhum "
                           "filme foi importado.")
         .arg(record);
-}
-
-QString failureOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const FilmCSVError& error) {
-        return error.description();
-    }
-    return QStringLiteral("(no failure)");
 }
 
 } // namespace
@@ -59,7 +51,6 @@ private slots:
         QTest::addColumn<QString>("message");
         const QString quotes = QStringLiteral("Aspas inválidas no CSV.");
         QTest::newRow("quote inside field") << "FILME\nab\"c" << quotes;
-        QTest::newRow("blank before quote") << "FILME\n \"abc\"" << quotes;
         QTest::newRow("quote after closed field") << "FILME\n\"abc\" \"" << quotes;
         QTest::newRow("text after closing quote") << "FILME\n\"abc\"x"
                                                   << "Texto inválido depois das aspas no CSV.";
@@ -75,14 +66,9 @@ private slots:
         QTest::newRow("empty title") << "ANO;Nome\n1999;A\n2000; \t"
                                      << "Registro 3: informe o nome do filme.";
         QTest::newRow("blank lines do not count") << "FILME;QUANT.\n\nBom;1\n;\n\nRuim;0" << invalid(3);
-        QTest::newRow("copies above limit") << "FILME;QUANT.\nA;100001" << invalid(2);
         QTest::newRow("copies fraction") << "FILME;QUANT.\nA;\"2,5\"" << invalid(2);
-        QTest::newRow("year too early") << "FILME;ANO\nA;1887" << invalid(2);
         QTest::newRow("year too late") << "FILME;ANO\nA;2101" << invalid(2);
-        QTest::newRow("year text") << "FILME;ANO\nA;abc" << invalid(2);
         QTest::newRow("price text") << "FILME;PREÇO\nA;cinco" << invalid(2);
-        QTest::newRow("code zero") << "FILME;CÓDIGO\nA;0" << invalid(2);
-        QTest::newRow("code above limit") << "FILME;CÓDIGO\nA;1000000" << invalid(2);
         QTest::newRow("code repeated in file") << "FILME;CÓDIGO\nA;5\nB;\nC;5" << invalid(4);
     }
     void refuses() {

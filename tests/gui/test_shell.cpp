@@ -6,6 +6,7 @@
 #include "look/SplashView.h"
 #include "records/DateText.h"
 #include "storage/LocalDatabase.h"
+#include "support/RawDatabase.h"
 
 #include <QAction>
 #include <QFile>
@@ -14,7 +15,7 @@
 #include <QMenuBar>
 #include <QTemporaryDir>
 #include <QTest>
-#include <sqlite3.h>
+#include <optional>
 
 namespace {
 
@@ -243,17 +244,17 @@ void ShellTest::commitFailureKeepsTheStore() {
     QFETCH(QString, message);
     QTemporaryDir dir;
     TestApp app(dir.path());
-    sqlite3* other = nullptr;
+    std::optional<RawDatabase> other;
     if (launched) {
         QVERIFY(app.launch());
         // Another connection holds the write lock past the database's busy timeout.
-        QCOMPARE(sqlite3_open(databasePath(dir).toUtf8().constData(), &other), SQLITE_OK);
-        QCOMPARE(sqlite3_exec(other, "BEGIN IMMEDIATE;", nullptr, nullptr, nullptr), SQLITE_OK);
+        other.emplace(databasePath(dir));
+        QVERIFY(other->exec("BEGIN IMMEDIATE;"));
     }
     const Store saved = app->store;
     DialogAnswerer answerer(DialogAnswerer::pressKey(Qt::Key_Return));
     QVERIFY(!app->commit(storeWithFilm()));
-    sqlite3_close_v2(other);
+    other.reset();
 
     QCOMPARE(answerer.seen().title, QStringLiteral("Não foi possível salvar"));
     QVERIFY2(answerer.seen().text.startsWith(message), qPrintable(answerer.seen().text));

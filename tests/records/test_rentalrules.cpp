@@ -1,6 +1,7 @@
 #include "records/DateText.h"
 #include "records/FilmCSVError.h"
 #include "records/RentalRules.h"
+#include "support/Zones.h"
 
 #include <QTest>
 #include <limits>
@@ -8,10 +9,6 @@
 namespace {
 
 constexpr qint64 none = -1; // stands for an absent copy in the tables
-
-bool inZone(const QString& zone) {
-    return zone.isEmpty() || qEnvironmentVariable("TZ") == zone;
-}
 
 Instant at(const QString& text) {
     return parseDateTime(text).value();
@@ -80,35 +77,40 @@ private slots:
         QTest::addColumn<QString>("due");
         QTest::addColumn<QString>("now");
         QTest::addColumn<qint64>("days");
+        QTest::addColumn<double>("dueShift"); // seconds added to the due time
 
         QTest::newRow("same evening") << ""
                                       << "10/10/2026 18:00"
-                                      << "10/10/2026 23:00" << qint64(0);
+                                      << "10/10/2026 23:00" << qint64(0) << 0.0;
         QTest::newRow("next morning") << ""
                                       << "10/10/2026 18:00"
-                                      << "11/10/2026 09:00" << qint64(1);
+                                      << "11/10/2026 09:00" << qint64(1) << 0.0;
         QTest::newRow("early") << ""
                                << "10/10/2026 18:00"
-                               << "08/10/2026 09:00" << qint64(0);
+                               << "08/10/2026 09:00" << qint64(0) << 0.0;
         QTest::newRow("Berlin 23-hour day") << "Europe/Berlin"
                                             << "30/03/2025 12:00"
-                                            << "31/03/2025 00:00" << qint64(1);
+                                            << "31/03/2025 00:00" << qint64(1) << 0.0;
         QTest::newRow("Berlin 25-hour day") << "Europe/Berlin"
                                             << "26/10/2025 10:00"
-                                            << "27/10/2025 10:00" << qint64(1);
+                                            << "27/10/2025 10:00" << qint64(1) << 0.0;
         QTest::newRow("São Paulo midnight skipped") << "America/Sao_Paulo"
                                                     << "03/11/2018 12:00"
-                                                    << "04/11/2018 01:00" << qint64(1);
+                                                    << "04/11/2018 01:00" << qint64(1) << 0.0;
+        QTest::newRow("due a breath before midnight") << ""
+                                                      << "11/10/2026 00:00"
+                                                      << "11/10/2026 09:00" << qint64(1) << -0.0004;
     }
     void overdue() {
         QFETCH(QString, zone);
         QFETCH(QString, due);
         QFETCH(QString, now);
         QFETCH(qint64, days);
+        QFETCH(double, dueShift);
         if (!inZone(zone))
             QSKIP("other zone");
         Rental late = rental("r", "f", 1);
-        late.due = at(due);
+        late.due = at(due).plusSeconds(dueShift);
         QCOMPARE(::overdue(late, at(now)), days);
     }
 

@@ -91,6 +91,10 @@ private slots:
 
     void smallestDocumentAndNullOptionals() {
         QCOMPARE(decodeStore(R"({"films":[],"customers":[],"rentals":[],"entries":[]})"), Store{});
+        QCOMPARE(decodeStore("\xEF\xBB\xBF{\"films\":[],\"customers\":[],\"rentals\":[],\"entries\":[]}"), Store{});
+        QVERIFY_THROWS_EXCEPTION(
+            StoreJSONError,
+            decodeStore("\xEF\xBB\xBF\xEF\xBB\xBF{\"films\":[],\"customers\":[],\"rentals\":[],\"entries\":[]}"));
         const Store store = decodeStore(
             R"({"films":[{"id":"a","title":"t","genre":"g","copies":1,"price":2,"code":null,"sinapse":null,"x":5}],
                 "customers":[],"rentals":[],"entries":[],"locadoraName":null,"unknown":{"deep":[1,2]}})");
@@ -98,6 +102,25 @@ private slots:
         QVERIFY(!store.films[0].code);
         QVERIFY(!store.films[0].sinapse);
         QVERIFY(!store.locadoraName);
+    }
+
+    void integersAreReadExactly_data() {
+        QTest::addColumn<QByteArray>("literal");
+        QTest::addColumn<qint64>("expected");
+        QTest::newRow("2^53 + 1 with a zero fraction") << QByteArray("9007199254740993.0") << qint64(9007199254740993);
+        QTest::newRow("smallest") << QByteArray("-9223372036854775808") << std::numeric_limits<qint64>::min();
+        QTest::newRow("largest, as an exponent")
+            << QByteArray("922337203685477580.7e1") << std::numeric_limits<qint64>::max();
+        QTest::newRow("whole after the exponent") << QByteArray("1200e-2") << qint64(12);
+        QTest::newRow("negative zero") << QByteArray("-0.0") << qint64(0);
+    }
+    void integersAreReadExactly() {
+        QFETCH(QByteArray, literal);
+        QFETCH(qint64, expected);
+        const Store store = decodeStore(R"({"films":[],"customers":[],"rentals":[],"entries":[],)"
+                                        R"("reportRentalBaseline":)" +
+                                        literal + "}");
+        QCOMPARE(store.reportRentalBaseline, expected);
     }
 
     void integerDatesAreAccepted() {
@@ -136,10 +159,10 @@ private slots:
         QTest::newRow("overlong UTF-8") << head + "\"a\xe0\x80\x80\"}";
         QTest::newRow("encoded surrogate") << head + "\"a\xed\xa0\x80\"}";
         QTest::newRow("beyond U+10FFFF") << head + "\"a\xf4\x90\x80\x80\"}";
-        QTest::newRow("lead byte F5") << head + "\"a\xf5\x80\x80\"}";
         QTest::newRow("raw line break in text") << head + "\"a\nb\"}";
         QTest::newRow("lone surrogate escape") << head + R"("\ud800"})";
         QTest::newRow("trailing text") << head + R"("a"} x)";
+        QTest::newRow("NUL after the document") << head + QByteArray("\"a\"}\0garbage", 12);
         QTest::newRow("trailing comma") << QByteArray(R"({"films":[],"customers":[],"rentals":[],"entries":[],})");
         QTest::newRow("leading zero") << QByteArray(
             R"({"films":[],"customers":[],"rentals":[],"entries":[],"reportRentalBaseline":01})");
@@ -155,10 +178,6 @@ private slots:
         for (const double seconds : {1e300, -1e300, 8e15, -0.0})
             QVERIFY(Instant{seconds}.toDateTime().isValid());
         QVERIFY(Instant{1e300}.toDateTime() > Instant{1e12}.toDateTime());
-        const QString text = QString::fromUtf8("Ç🎞");
-        Store store = sparseStore();
-        store.films[0].title = text;
-        QCOMPARE(decodeStore(encodeStore(store)).films[0].title, text); // well-formed 2- and 4-byte text still reads
     }
 
     void nonFiniteDatesCannotBeWritten() {
@@ -170,45 +189,28 @@ private slots:
     void rejected_data() {
         QTest::addColumn<QByteArray>("json");
         QTest::addColumn<QString>("mentions");
-        const QByteArray film = R"("id":"a","title":"t","genre":"g","copies":1,"price":2)";
         const QByteArray lists = R"("customers":[],"rentals":[],"entries":[])";
+        const auto film = [&](const QByteArray& members) {
+            return QByteArray(R"({"films":[{"id":"a","title":"t","genre":"g",)" + members + "}]," + lists + "}");
+        };
         QTest::newRow("not JSON") << QByteArray("{films:") << "JSON";
         QTest::newRow("not an object") << QByteArray("[]") << "objeto";
         QTest::newRow("no entries") << QByteArray(R"({"films":[],"customers":[],"rentals":[]})") << "entries";
-        QTest::newRow("film price as text")
-            << QByteArray(R"({"films":[{"id":"a","title":"t","genre":"g","copies":1,"price":"2"}],)" + lists + "}")
-            << "price";
-        QTest::newRow("film copies fraction")
-            << QByteArray(R"({"films":[{"id":"a","title":"t","genre":"g","copies":1.5,"price":2}],)" + lists + "}")
-            << "copies";
-        QTest::newRow("film deleted as number")
-            << QByteArray(R"({"films":[{)" + film + R"(,"deleted":1}],)" + lists + "}") << "deleted";
-        QTest::newRow("film missing title")
-            << QByteArray(R"({"films":[{"id":"a","genre":"g","copies":1,"price":2}],)" + lists + "}") << "title";
-        QTest::newRow("customer phone as number")
-            << QByteArray(R"({"films":[],"customers":[{"id":"c","name":"n","phone":11}],"rentals":[],"entries":[]})")
-            << "phone";
-        QTest::newRow("rental start as text")
+        QTest::newRow("record not an object") << QByteArray(R"({"films":[3],)" + lists + "}") << "films";
+        QTest::newRow("missing title") << QByteArray(R"({"films":[{"id":"a","genre":"g","copies":1,"price":2}],)" +
+                                                     lists + "}")
+                                       << "title";
+        QTest::newRow("price as text") << film(R"("copies":1,"price":"2")") << "price";
+        QTest::newRow("deleted as number") << film(R"("copies":1,"price":2,"deleted":1)") << "deleted";
+        QTest::newRow("start as text")
             << QByteArray(R"({"films":[],"customers":[],"rentals":[{"id":"r","film":"f","customer":"c",)"
                           R"("start":"2020-01-01","due":1,"price":1,"finePerDay":1}],"entries":[]})")
             << "start";
-        QTest::newRow("rental rewound as text")
-            << QByteArray(R"({"films":[],"customers":[],"rentals":[{"id":"r","film":"f","customer":"c",)"
-                          R"("start":1,"due":1,"price":1,"finePerDay":1,"rewound":"true"}],"entries":[]})")
-            << "rewound";
-        QTest::newRow("entry amount fraction")
-            << QByteArray(R"({"films":[],"customers":[],"rentals":[],)"
-                          R"("entries":[{"id":"e","date":1,"description":"d","amount":1.25}]})")
-            << "amount";
-        QTest::newRow("record not an object") << QByteArray(R"({"films":[3],)" + lists + "}") << "films";
-        QTest::newRow("baseline as text")
-            << QByteArray(R"({"films":[],)" + lists + R"(,"reportRentalBaseline":"3"})") << "reportRentalBaseline";
-        QTest::newRow("integer beyond a double")
-            << QByteArray(R"({"films":[{"id":"a","title":"t","genre":"g","copies":-1e400,"price":1}],)" + lists + "}")
-            << "copies";
-        QTest::newRow("integer beyond 64 bits")
-            << QByteArray(R"({"films":[{"id":"a","title":"t","genre":"g","copies":1,"price":1e30}],)" + lists + "}")
-            << "price";
+        // Integers must be whole and fit in 64 bits exactly.
+        QTest::newRow("a fraction") << film(R"("copies":1.5,"price":2)") << "copies";
+        QTest::newRow("a half past 2^62") << film(R"("copies":1,"price":4611686018427387904.5)") << "price";
+        QTest::newRow("one below 64 bits") << film(R"("copies":-9223372036854775809,"price":1)") << "copies";
+        QTest::newRow("an exponent past 64 bits") << film(R"("copies":1,"price":1e999999999999)") << "price";
     }
     void rejected() {
         QFETCH(QByteArray, json);

@@ -18,6 +18,7 @@ private slots:
         QTest::newRow("minus zero") << "-0,00" << qint64(0);
         QTest::newRow("zeros past the centavos") << "5,500" << qint64(550);
         QTest::newRow("not exact as a double") << "0,29" << qint64(29);
+        QTest::newRow("digits below a double") << "5,50000000000000001" << qint64(550);
         QTest::newRow("upper bound") << "1000000" << qint64(100000000);
         QTest::newRow("negative") << "-1" << qint64(-1);
         QTest::newRow("third decimal") << "1.001" << qint64(-1);

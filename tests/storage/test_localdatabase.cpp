@@ -1,10 +1,11 @@
 #include "records/FilmCSVError.h"
 #include "records/StoreJSON.h"
 #include "storage/LocalDatabase.h"
+#include "support/Failures.h"
+#include "support/RawDatabase.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
-#include <sqlite3.h>
 
 namespace {
 
@@ -15,50 +16,6 @@ Store storeNamed(const QString& name) {
                         QStringLiteral("Linha um\nLinha dois — ação")}};
     store.rentals = {Rental{"R1", "F1", "C1", Instant{700000000.25}, Instant{700259200.25}, std::nullopt, 500, 200}};
     return store;
-}
-
-// Direct SQL on the file, to look at both rows and to provoke failures.
-class RawConnection {
-public:
-    explicit RawConnection(const QString& path) { sqlite3_open(path.toUtf8().constData(), &db_); }
-    ~RawConnection() { sqlite3_close(db_); }
-    RawConnection(const RawConnection&) = delete;
-    RawConnection& operator=(const RawConnection&) = delete;
-
-    bool exec(const char* sql) { return sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) == SQLITE_OK; }
-
-    QByteArray pragma(const char* sql) {
-        sqlite3_stmt* statement = nullptr;
-        sqlite3_prepare_v2(db_, sql, -1, &statement, nullptr);
-        QByteArray result;
-        if (sqlite3_step(statement) == SQLITE_ROW)
-            result = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
-        sqlite3_finalize(statement);
-        return result;
-    }
-
-    std::optional<QByteArray> payload(const char* table) {
-        sqlite3_stmt* statement = nullptr;
-        const QByteArray sql = QByteArray("SELECT payload FROM ") + table + " WHERE id=1";
-        sqlite3_prepare_v2(db_, sql.constData(), -1, &statement, nullptr);
-        std::optional<QByteArray> result;
-        if (sqlite3_step(statement) == SQLITE_ROW)
-            result = QByteArray(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
-        sqlite3_finalize(statement);
-        return result;
-    }
-
-private:
-    sqlite3* db_ = nullptr;
-};
-
-QString failureOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const FilmCSVError& error) {
-        return error.description();
-    }
-    return {};
 }
 
 } // namespace
@@ -86,11 +43,11 @@ private slots:
         {
             LocalDatabase database(path());
             database.save(storeNamed("Primeira"));
-            RawConnection raw(path());
+            RawDatabase raw(path());
             QVERIFY(!raw.payload("previous_state"));
             database.save(storeNamed("Segunda"));
         }
-        RawConnection raw(path());
+        RawDatabase raw(path());
         QCOMPARE(raw.payload("previous_state"), encodeStore(storeNamed("Primeira")));
         QCOMPARE(raw.payload("state"), encodeStore(storeNamed("Segunda")));
         LocalDatabase reopened(path());
@@ -102,11 +59,11 @@ private slots:
         database.save(storeNamed("Primeira"));
         database.save(storeNamed("Segunda"));
         {
-            RawConnection raw(path());
+            RawDatabase raw(path());
             QVERIFY(raw.exec("CREATE TRIGGER refuse BEFORE INSERT ON state BEGIN SELECT RAISE(ABORT, 'no'); END;"));
         }
         QCOMPARE(failureOf([&] { database.save(storeNamed("Terceira")); }), QString("Falha ao gravar os dados."));
-        RawConnection raw(path());
+        RawDatabase raw(path());
         QCOMPARE(raw.payload("previous_state"), encodeStore(storeNamed("Primeira")));
         QCOMPARE(raw.payload("state"), encodeStore(storeNamed("Segunda")));
         // The connection is usable again: no transaction was left open.
@@ -118,7 +75,7 @@ private slots:
     void lockedDatabaseFailsAfterWaiting() {
         LocalDatabase database(path(), 100);
         database.save(storeNamed("Primeira"));
-        RawConnection other(path());
+        RawDatabase other(path());
         QVERIFY(other.exec("BEGIN IMMEDIATE;"));
         QElapsedTimer waited;
         waited.start();
@@ -146,28 +103,28 @@ private slots:
         QFETCH(bool, heldOpen);
         QFETCH(QByteArray, pageSize);
         if (!before.isEmpty()) {
-            RawConnection setup(path());
+            RawDatabase setup(path());
             QVERIFY(setup.exec(before.constData()));
             const QByteArray rows = "INSERT INTO previous_state VALUES(1,'" + encodeStore(storeNamed("Primeira")) +
                                     "'); INSERT INTO state VALUES(1,'" + encodeStore(storeNamed("Segunda")) + "');";
             QVERIFY(setup.exec(rows.constData()));
         }
-        std::optional<RawConnection> other;
+        std::optional<RawDatabase> other;
         if (heldOpen)
             QVERIFY(other.emplace(path()).exec("SELECT count(*) FROM state;"));
         LocalDatabase database(path(), 100);
         if (!before.isEmpty())
             QCOMPARE(database.load(), std::optional(storeNamed("Segunda")));
         database.save(storeNamed("Terceira"));
-        RawConnection after(path());
-        QCOMPARE(after.pragma("PRAGMA page_size;"), pageSize);
-        QCOMPARE(after.pragma("PRAGMA journal_mode;"), QByteArray("wal"));
-        QCOMPARE(after.pragma("PRAGMA integrity_check;"), QByteArray("ok"));
+        RawDatabase after(path());
+        QCOMPARE(after.value("PRAGMA page_size;"), pageSize);
+        QCOMPARE(after.value("PRAGMA journal_mode;"), QByteArray("wal"));
+        QCOMPARE(after.value("PRAGMA integrity_check;"), QByteArray("ok"));
         QCOMPARE(after.payload("state"), encodeStore(storeNamed("Terceira")));
         // The idle checkpoint leaves the document in the file itself.
         QVERIFY(database.checkpoint());
         QVERIFY(QFile::copy(path(), dir.filePath("copy.sqlite")));
-        QCOMPARE(RawConnection(dir.filePath("copy.sqlite")).payload("state"), encodeStore(storeNamed("Terceira")));
+        QCOMPARE(RawDatabase(dir.filePath("copy.sqlite")).payload("state"), encodeStore(storeNamed("Terceira")));
         QFile::remove(dir.filePath("copy.sqlite"));
     }
 
@@ -187,7 +144,7 @@ private slots:
         QFETCH(QByteArray, sql);
         QFETCH(bool, jsonError);
         {
-            RawConnection raw(path());
+            RawDatabase raw(path());
             QVERIFY(raw.exec(sql.constData()));
         }
         LocalDatabase database(path());

@@ -1,8 +1,9 @@
 #include "records/StoreJSON.h"
 #include "storage/StartupLoading.h"
+#include "support/Failures.h"
+#include "support/RawDatabase.h"
 
 #include <QtTest>
-#include <sqlite3.h>
 
 namespace {
 
@@ -15,31 +16,6 @@ void writeFile(const QString& path, const QByteArray& bytes) {
 QByteArray readFile(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
-
-// Straight from SQLite, so the check does not go through the code under test.
-QStringList payloads(const QString& databasePath, const char* table) {
-    QStringList found;
-    sqlite3* db = nullptr;
-    if (sqlite3_open_v2(databasePath.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK) {
-        sqlite3_stmt* statement = nullptr;
-        const QByteArray sql = QByteArray("SELECT payload FROM ") + table;
-        if (sqlite3_prepare_v2(db, sql.constData(), -1, &statement, nullptr) == SQLITE_OK)
-            while (sqlite3_step(statement) == SQLITE_ROW)
-                found.append(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0))));
-        sqlite3_finalize(statement);
-    }
-    sqlite3_close(db);
-    return found;
-}
-
-QString failureOf(const QString& folder) {
-    try {
-        loadAtStartup(folder);
-    } catch (const StartupError& error) {
-        return error.description();
-    }
-    return QString();
 }
 
 // Films without codes and five rentals, as versions before codes wrote them.
@@ -85,14 +61,14 @@ private slots:
         Store expected;
         expected.reportRentalBaseline = 0;
         QCOMPARE(loaded.store, expected);
-        const QString database = QDir(folder).filePath(QStringLiteral("cinefita.sqlite"));
-        QCOMPARE(payloads(database, "state"), QStringList{QString::fromUtf8(encodeStore(expected))});
-        QCOMPARE(payloads(database, "previous_state"), QStringList{});
+        RawDatabase database(QDir(folder).filePath(QStringLiteral("cinefita.sqlite")));
+        QCOMPARE(database.payload("state"), encodeStore(expected));
+        QCOMPARE(database.payload("previous_state"), std::nullopt);
     }
 
     void migratesLegacyFileOnce() {
         QTemporaryDir folder;
-        const QByteArray legacy = legacyDocument();
+        const QByteArray legacy = "\xEF\xBB\xBF" + legacyDocument(); // as a text editor saves it
         writeFile(folder.filePath(QStringLiteral("dados.json")), legacy);
         writeFile(folder.filePath(QStringLiteral("dados-antes-3.0.json")), "old copy");
 
@@ -123,41 +99,55 @@ private slots:
         QCOMPARE(loadAtStartup(folder.path()).store, store);
     }
 
-    void invalidLegacyFileWritesNothing() {
-        QTemporaryDir folder;
-        writeFile(folder.filePath(QStringLiteral("dados.json")), R"({"films":[],"customers":[],"rentals":[]})");
-        QVERIFY(!failureOf(folder.path()).isEmpty());
-        QCOMPARE(payloads(folder.filePath(QStringLiteral("cinefita.sqlite")), "state"), QStringList{});
-        QVERIFY(!QFile::exists(folder.filePath(QStringLiteral("dados-antes-3.0.json"))));
+    // Every failure stops start-up with its reason and writes nothing.
+    void failures_data() {
+        QTest::addColumn<QString>("folder");     // the data folder, inside a scratch root
+        QTest::addColumn<QString>("blocker");    // made first: a file, or a folder when it ends in "/"
+        QTest::addColumn<QByteArray>("payload"); // stored by a first launch; null: no launch
+        QTest::addColumn<QByteArray>("legacy");  // "dados.json"; null: none
+        QTest::addColumn<QString>("message");    // part of the alert's text
+        const QByteArray smallest = R"({"films":[],"customers":[],"rentals":[],"entries":[]})";
+        const QByteArray afterNul = smallest + QByteArray("\0garbage", 8);
+        QTest::newRow("legacy file not a store")
+            << "d"
+            << "" << QByteArray() << QByteArray(R"({"films":[],"customers":[],"rentals":[]})") << "entries";
+        QTest::newRow("legacy file with text after a NUL") << "d"
+                                                           << "" << QByteArray() << afterNul << "JSON";
+        QTest::newRow("stored payload not JSON") << "d"
+                                                 << "" << QByteArray("{broken") << smallest << "JSON";
+        QTest::newRow("stored payload with text after a NUL") << "d"
+                                                              << "" << afterNul << smallest << "JSON";
+        QTest::newRow("folder cannot be created") << "arquivo/d"
+                                                  << "arquivo" << QByteArray() << QByteArray() << "arquivo/d";
+        QTest::newRow("database cannot be opened")
+            << "d"
+            << "d/cinefita.sqlite/" << QByteArray() << QByteArray() << "Não foi possível abrir o banco local.";
     }
-
-    void invalidDatabasePayload() {
-        QTemporaryDir folder;
-        const QString database = folder.filePath(QStringLiteral("cinefita.sqlite"));
-        loadAtStartup(folder.path());
-        sqlite3* db = nullptr;
-        QCOMPARE(sqlite3_open(database.toUtf8().constData(), &db), SQLITE_OK);
-        QCOMPARE(sqlite3_exec(db, "UPDATE state SET payload='{broken'", nullptr, nullptr, nullptr), SQLITE_OK);
-        sqlite3_close(db);
-        writeFile(folder.filePath(QStringLiteral("dados.json")),
-                  R"({"films":[],"customers":[],"rentals":[],"entries":[]})");
-
-        QVERIFY(!failureOf(folder.path()).isEmpty());
-        QCOMPARE(payloads(database, "state"), QStringList{QStringLiteral("{broken")});
-        QVERIFY(!QFile::exists(folder.filePath(QStringLiteral("dados-antes-3.0.json"))));
-    }
-
-    void folderCannotBeCreated() {
+    void failures() {
+        QFETCH(QString, folder);
+        QFETCH(QString, blocker);
+        QFETCH(QByteArray, payload);
+        QFETCH(QByteArray, legacy);
+        QFETCH(QString, message);
         QTemporaryDir root;
-        writeFile(root.filePath(QStringLiteral("arquivo")), "a file, not a folder");
-        const QString message = failureOf(root.filePath(QStringLiteral("arquivo/dados")));
-        QVERIFY(message.contains(root.filePath(QStringLiteral("arquivo/dados"))));
-    }
+        folder = root.filePath(folder);
+        if (blocker.endsWith(u'/'))
+            QVERIFY(QDir().mkpath(root.filePath(blocker)));
+        else if (!blocker.isEmpty())
+            writeFile(root.filePath(blocker), "a file, not a folder");
+        const QString database = QDir(folder).filePath(QStringLiteral("cinefita.sqlite"));
+        if (!payload.isNull()) {
+            loadAtStartup(folder);
+            QVERIFY(RawDatabase(database).exec("UPDATE state SET payload=CAST(X'" + payload.toHex() + "' AS TEXT)"));
+        }
+        if (!legacy.isNull() && QDir().mkpath(folder))
+            writeFile(QDir(folder).filePath(QStringLiteral("dados.json")), legacy);
 
-    void databaseCannotBeOpened() {
-        QTemporaryDir folder;
-        QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("cinefita.sqlite")));
-        QCOMPARE(failureOf(folder.path()), QStringLiteral("Não foi possível abrir o banco local."));
+        const QString failure = failureOf<StartupError>([&] { loadAtStartup(folder); });
+        QVERIFY2(!failure.isEmpty() && failure.contains(message), qPrintable(failure));
+        if (QFileInfo(database).isFile())
+            QCOMPARE(RawDatabase(database).payload("state"), payload.isNull() ? std::nullopt : std::optional(payload));
+        QVERIFY(!QFile::exists(QDir(folder).filePath(QStringLiteral("dados-antes-3.0.json"))));
     }
 };
 

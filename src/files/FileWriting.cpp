@@ -1,4 +1,4 @@
-#include "exchange/FileWriting.h"
+#include "files/FileWriting.h"
 
 #include <QDir>
 #include <QFile>

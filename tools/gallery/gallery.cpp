@@ -1,6 +1,7 @@
-// Renders the look into two PNGs for a person to inspect: the splash screen as the
-// program opens, and a panel of the drawn controls. Written to CINEFITA_GALLERY_DIR
-// (default: the current directory).
+// Renders the look into PNGs for a person to inspect: the splash screen as the
+// program opens, and a panel of the drawn controls. Written to the folder given as
+// the first argument (default: the current directory); run on the offscreen platform
+// it needs no display.
 #include "look/CRTOverlay.h"
 #include "look/DOS.h"
 #include "look/DOSButton.h"
@@ -15,22 +16,11 @@
 #include <QDir>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QStandardItemModel>
 #include <QVBoxLayout>
 #include <QtTest>
-
-class TestGallery : public QObject {
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void splash();
-    void controls();
-
-private:
-    QString path(const QString& name) const { return QDir(m_folder).filePath(name); }
-    QString m_folder;
-};
+#include <cstdio>
 
 namespace {
 
@@ -74,31 +64,19 @@ QLabel* label(const QString& text, QWidget* parent) {
     return label;
 }
 
-} // namespace
-
-void TestGallery::initTestCase() {
-    DOS::registerFont();
-    QVERIFY(DOS::fontRegistered());
-    QApplication::setStyle(new DOSStyle);
-    m_folder = qEnvironmentVariable("CINEFITA_GALLERY_DIR", QDir::currentPath());
-    QVERIFY(QDir().mkpath(m_folder));
-}
-
-void TestGallery::splash() {
+QImage splash() {
     Screen screen;
     screen.resize(1260, 850);
     auto* splash = new SplashView(&screen);
     splash->setGeometry(screen.rect());
     screen.cover();
     screen.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&screen));
-    const QImage image = screen.grab().toImage();
-    QCOMPARE(image.size(), QSize(1260, 850));
-    QVERIFY(image.save(path("cinefita-splash.png")));
-    qInfo("%s", qPrintable(path("cinefita-splash.png")));
+    if (!QTest::qWaitForWindowExposed(&screen))
+        return {};
+    return screen.grab().toImage();
 }
 
-void TestGallery::controls() {
+QImage controls() {
     Screen screen;
     auto* rows = new QVBoxLayout(&screen);
     rows->setContentsMargins(20, 20, 20, 20);
@@ -197,18 +175,62 @@ void TestGallery::controls() {
     content->addLayout(body, 1);
     rows->addLayout(content, 1);
 
-    screen.resize(1260, 560);
+    // The dialog's icon beside a long text that needs its scroller.
+    auto* dialog = new QHBoxLayout;
+    dialog->setSpacing(20);
+    auto* icon = new QLabel(&screen);
+    if (const std::optional<QImage> strokes = DOS::dialogIcon())
+        icon->setPixmap(QPixmap::fromImage(DOS::fittedStrokes(*strokes, 64)));
+    dialog->addWidget(icon, 0, Qt::AlignTop);
+    auto* text = new QPlainTextEdit(&screen);
+    text->setFont(DOS::font(16));
+    QPalette ground = text->palette();
+    ground.setColor(QPalette::Base, DOS::ink());
+    text->setPalette(ground);
+    QStringList lines;
+    for (int line = 1; line <= 12; ++line)
+        lines << QString("LINHA %1 DE UM TEXTO LONGO QUE PRECISA DE BARRA DE ROLAGEM").arg(line);
+    text->setPlainText(lines.join('\n'));
+    text->setFixedSize(500, 120);
+    dialog->addWidget(text);
+    dialog->addStretch();
+    rows->addLayout(dialog);
+
+    screen.resize(1260, 720);
     screen.cover();
     screen.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&screen));
     screen.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&screen));
+    if (!QTest::qWaitForWindowActive(&screen))
+        return {};
     title->setFocus();
     title->setCursorPosition(8);
-    const QImage image = screen.grab().toImage();
-    QVERIFY(image.save(path("cinefita-controls.png")));
-    qInfo("%s", qPrintable(path("cinefita-controls.png")));
+    return screen.grab().toImage();
 }
 
-QTEST_MAIN(TestGallery)
-#include "test_gallery.moc"
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    DOS::registerFont();
+    if (!DOS::fontRegistered())
+        std::fprintf(stderr, "warning: pixel font not registered, drawing with the fallback\n");
+    QApplication::setStyle(new DOSStyle);
+    const QDir folder(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QDir::currentPath());
+    if (!folder.mkpath(QStringLiteral("."))) {
+        std::fprintf(stderr, "cannot create %s\n", qPrintable(folder.path()));
+        return 1;
+    }
+    const struct {
+        const char* name;
+        QImage (*draw)();
+    } pictures[] = {{"cinefita-splash.png", splash}, {"cinefita-controls.png", controls}};
+    for (const auto& picture : pictures) {
+        const QString path = folder.filePath(QString::fromLatin1(picture.name));
+        if (!picture.draw().save(path)) {
+            std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
+            return 1;
+        }
+        std::printf("%s\n", qPrintable(path));
+    }
+    return 0;
+}
