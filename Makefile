@@ -1,5 +1,5 @@
 # Thin wrapper: every target installs what is missing first, then uses the CMake presets.
-.PHONY: run test bench package gallery format deps
+.PHONY: run test bench package gallery format deps crash-test fuzz
 
 deps:
 	./scripts/install-deps
@@ -13,6 +13,12 @@ test: deps
 	cmake --preset asan
 	cmake --build --preset asan
 	ctest --preset asan
+
+# The kill test at its full count (CTest runs a few dozen kills).
+crash-test: deps
+	cmake --preset asan
+	cmake --build --preset asan --target test_crashsafety
+	CINEFITA_KILLS=240 ctest --preset asan -R '^test_crashsafety$$'
 
 bench: deps
 	cmake --preset release
