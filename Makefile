@@ -20,6 +20,20 @@ crash-test: deps
 	cmake --build --preset asan --target test_crashsafety
 	CINEFITA_KILLS=240 ctest --preset asan -R '^test_crashsafety$$'
 
+# libFuzzer targets (clang, AddressSanitizer + UBSan), each run for FUZZ_SECONDS on
+# a working corpus in build/fuzz/corpus seeded from tests/fuzz/corpus.
+FUZZ_SECONDS ?= 60
+fuzz:
+	./scripts/install-deps --fuzz
+	cmake -S tests/fuzz -B build/fuzz -G Ninja -DCMAKE_CXX_COMPILER=clang++
+	cmake --build build/fuzz
+	for target in store filmcsv readers pages; do \
+	    mkdir -p build/fuzz/corpus/$$target; \
+	    LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp TZ=America/Sao_Paulo \
+	        ./build/fuzz/fuzz_$$target -max_total_time=$(FUZZ_SECONDS) -max_len=65536 -rss_limit_mb=4096 \
+	        build/fuzz/corpus/$$target tests/fuzz/corpus/$$target || exit 1; \
+	done
+
 bench: deps
 	cmake --preset release
 	cmake --build --preset release --target cinefita_bench
