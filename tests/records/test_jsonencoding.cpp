@@ -102,17 +102,9 @@ class TestJSONEncoding : public QObject {
 private slots:
     // The stored document's bytes must not change: the golden files were written
     // by the encoder before it was made faster.
-    void sameBytesAsBefore_data() {
-        QTest::addColumn<int>("layout");
-        QTest::addColumn<QByteArray>("expected");
-        QTest::newRow("compact") << int(JSONLayout::compact) << golden("varied-compact.json");
-        QTest::newRow("indented") << int(JSONLayout::sortedIndented) << golden("varied-indented.json");
-    }
     void sameBytesAsBefore() {
-        QFETCH(int, layout);
-        QFETCH(QByteArray, expected);
-        QVERIFY(!expected.isEmpty());
-        QCOMPARE(encodeStore(variedStore(16), JSONLayout(layout)), expected);
+        QCOMPARE(encodeStore(variedStore(16)), golden("varied-compact.json"));
+        QCOMPARE(encodeStore(variedStore(16), JSONLayout::sortedIndented), golden("varied-indented.json"));
     }
 
     // The quick path for dates must write what the general conversion writes,
