@@ -30,7 +30,7 @@ fuzz:
 	for target in store filmcsv readers pages; do \
 	    mkdir -p build/fuzz/corpus/$$target; \
 	    LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp TZ=America/Sao_Paulo \
-	        ./build/fuzz/fuzz_$$target -max_total_time=$(FUZZ_SECONDS) -max_len=65536 -rss_limit_mb=4096 \
+	        ./build/fuzz/fuzz_$$target -max_total_time=$(FUZZ_SECONDS) -max_len=65536 -rss_limit_mb=4096 -artifact_prefix=build/fuzz/ \
 	        build/fuzz/corpus/$$target tests/fuzz/corpus/$$target || exit 1; \
 	done
 
