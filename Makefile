@@ -36,7 +36,8 @@ fuzz:
 
 bench: deps
 	cmake --preset release
-	cmake --build --preset release --target cinefita_bench
+	cmake --build --preset release --target cinefita_bench cinefita_bench_lists
+	./build/release/bench/cinefita_bench_lists
 	./build/release/bench/cinefita_bench
 
 # The Debian package: only the program and its icons are built, then CPack collects

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ListCache.h"
 #include "app/ModalAlert.h"
 #include "app/Sections.h"
 #include "records/Instant.h"
@@ -28,6 +29,7 @@ class DOSButton;
 class DOSPopup;
 class DOSSearchField;
 class DOSTable;
+class ListModel;
 class LocalDatabase;
 class MatchList;
 class RecordForm;
@@ -118,6 +120,29 @@ public:
     void backup();             // AppExchange.cpp
     void importFilmCSV();      // AppExchange.cpp
     void printReport();        // AppPrint.cpp
+
+    // ---- List screens (AppLists.cpp): the rows of sections 1 to 6 ----------
+    QStringList columns() const;
+    QList<QStringList> rows(); // also sets filteredIDs
+    std::optional<QString> selected();
+    std::optional<Film> film(const QString& id) const;
+    std::optional<Customer> customer(const QString& id) const;
+    void changeGenre();
+    void reloadTable(); // clears the selection; the table asks for its rows again
+    ListFilter listFilter() const;
+    ListCache listCache;
+    ListModel* listModel = nullptr;
+
+    // ---- Record screens: forms, printing, CSV and backup -------------------
+    // (AppRecords.cpp, AppPrint.cpp, AppExchange.cpp)
+    void recordScreen(std::optional<QString> id);
+    void enableEdit();
+    void saveRecord();
+    void openPrint(const QString& html, const QString& name);
+    void printLabels();
+    std::optional<Customer> memberToPrint() const;
+    void printMembers();
+    void saveExport(const QString& text, const QString& fileName);
 
     // ---- State, in this order ----------------------------------------------
     QMainWindow* window = nullptr;

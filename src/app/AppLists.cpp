@@ -1,11 +1,161 @@
 #include "app/App.h"
 
-// List screens: not written yet. The list sections show their tool and action rows only.
+#include "app/ListGenres.h"
+#include "app/ListModel.h"
+#include "look/DOS.h"
+#include "look/DOSButton.h"
+#include "look/DOSHeader.h"
+#include "look/DOSPopup.h"
+#include "look/DOSRowDelegate.h"
+#include "look/DOSSearchField.h"
+#include "look/DOSTable.h"
 
-void App::showTable() {}
-void App::addGenreFilter() {}
-void App::toggleOrder() {}
-void App::searchChanged() {}
-void App::showCreate() {}
-void App::selectRecord() {}
-void App::editRecordFromList() {}
+#include <QHBoxLayout>
+#include <QItemSelectionModel>
+#include <QLabel>
+#include <QVBoxLayout>
+#include <algorithm>
+
+// The list screens of sections 1 to 6: one table over rows() and the controls that narrow it.
+
+QStringList App::columns() const {
+    return listColumns(section);
+}
+
+ListFilter App::listFilter() const {
+    return {section, selectedGenre, alphabeticalFilms, alphabeticalClients, onlyLate};
+}
+
+QList<QStringList> App::rows() {
+    const ListCache::Shown& shown =
+        listCache.rows(store, listFilter(), search != nullptr ? search->text() : QString(), clock());
+    filteredIDs = shown.ids;
+    return shown.cells;
+}
+
+std::optional<Film> App::film(const QString& id) const {
+    const auto found =
+        std::find_if(store.films.cbegin(), store.films.cend(), [&](const Film& f) { return f.id == id; });
+    return found != store.films.cend() ? std::make_optional(*found) : std::nullopt;
+}
+
+std::optional<Customer> App::customer(const QString& id) const {
+    const auto found =
+        std::find_if(store.customers.cbegin(), store.customers.cend(), [&](const Customer& c) { return c.id == id; });
+    return found != store.customers.cend() ? std::make_optional(*found) : std::nullopt;
+}
+
+void App::showTable() {
+    if (listModel == nullptr) {
+        listModel = new ListModel({[this] { return columns(); }, [this] { return rows(); },
+                                   [this] {
+                                       return listCache.generation();
+                                   }},
+                                  table);
+        table->setModel(listModel);
+        table->rowDelegate()->setFramesCells(true);
+        table->header()->setMinimumSectionSize(65);
+    }
+    table->clearSelection();
+    listModel->reload();
+    const QStringList headers = columns();
+    for (int i = 0; i < headers.size(); ++i)
+        table->setColumnWidth(i, listColumnWidth(headers.at(i)));
+
+    auto* frame = new QWidget;
+    auto* holder = new QVBoxLayout(frame);
+    holder->setContentsMargins(0, 0, 0, 0);
+    holder->addWidget(table);
+    table->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    table->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    table->show(); // taken out of the previous screen's frame, which hid it
+    frame->setMinimumHeight(300);
+    addBody(frame, 1);
+}
+
+void App::reloadTable() {
+    table->clearSelection();
+    if (listModel != nullptr)
+        listModel->reload();
+}
+
+std::optional<QString> App::selected() {
+    rows();
+    const QModelIndexList chosen =
+        table->selectionModel() != nullptr ? table->selectionModel()->selectedRows() : QModelIndexList();
+    const int row = chosen.isEmpty() ? -1 : chosen.first().row();
+    if (row >= 0 && row < filteredIDs.size())
+        return filteredIDs.at(row);
+    alert(QStringLiteral("Selecione um registro"), QStringLiteral("Use as setas ou clique na linha desejada."));
+    return std::nullopt;
+}
+
+void App::addGenreFilter() {
+    auto* row = new QWidget;
+    auto* items = new QHBoxLayout(row);
+    items->setContentsMargins(0, 0, 0, 0);
+    items->setSpacing(12);
+    items->addWidget(label(QStringLiteral("GÊNERO")));
+
+    auto* popup = new DOSPopup;
+    popup->setFont(DOS::font(14));
+    const QList<GenreChoice> choices = genreChoices(store);
+    for (const GenreChoice& choice : choices)
+        popup->addItem(choice.title, choice.genre ? QVariant(*choice.genre) : QVariant());
+    if (selectedGenre) {
+        const auto found = std::find_if(choices.cbegin(), choices.cend(),
+                                        [this](const GenreChoice& choice) { return choice.genre == selectedGenre; });
+        if (found == choices.cend())
+            selectedGenre.reset(); // the genre left the shop's films
+        popup->setCurrentIndex(found == choices.cend() ? 0 : int(found - choices.cbegin()));
+    }
+    connect(popup, &QComboBox::currentIndexChanged, this, &App::changeGenre);
+    items->addWidget(popup);
+    items->addStretch(1);
+    screen.genrePopup = popup;
+    addBody(row);
+}
+
+void App::changeGenre() {
+    const QVariant value = screen.genrePopup->currentData();
+    selectedGenre = value.isValid() ? std::make_optional(value.toString()) : std::nullopt;
+    reloadTable();
+}
+
+void App::toggleOrder() {
+    bool& alphabetical = section == Section::customers ? alphabeticalClients : alphabeticalFilms;
+    alphabetical = !alphabetical;
+    if (screen.sortButton != nullptr) {
+        screen.sortButton->setText(alphabetical ? QStringLiteral("ORDEM: A–Z") : QStringLiteral("ORDEM: CÓDIGO"));
+        screen.sortButton->update();
+    }
+    reloadTable();
+}
+
+void App::searchChanged() {
+    // Section 0 has no list: its film field follows the search, which the rental screen wires itself.
+    if (section == Section::rental)
+        return;
+    if (screen.formView == nullptr)
+        reloadTable();
+}
+
+void App::showCreate() {
+    editID.reset();
+    recordScreen(std::nullopt);
+}
+
+void App::selectRecord() {
+    if (const std::optional<QString> id = selected()) {
+        editID = id;
+        recordScreen(id);
+    }
+}
+
+void App::editRecordFromList() {
+    if (const std::optional<QString> id = selected()) {
+        editID = id;
+        recordScreen(id);
+        enableEdit();
+    }
+}

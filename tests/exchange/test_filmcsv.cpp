@@ -49,27 +49,23 @@ private slots:
     void refuses_data() {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("message");
+        const auto row = [](const char* name, const char* text, const QString& message) {
+            QTest::newRow(name) << QString(text) << message;
+        };
         const QString quotes = QStringLiteral("Aspas inválidas no CSV.");
-        QTest::newRow("quote inside field") << "FILME\nab\"c" << quotes;
-        QTest::newRow("quote after closed field") << "FILME\n\"abc\" \"" << quotes;
-        QTest::newRow("text after closing quote") << "FILME\n\"abc\"x"
-                                                  << "Texto inválido depois das aspas no CSV.";
-        QTest::newRow("unclosed at end") << "FILME\n\"open\nstill"
-                                         << "Há aspas sem fechamento no CSV.";
-        QTest::newRow("header only") << "FILME;ANO\n\n"
-                                     << "O CSV precisa de cabeçalho e pelo menos um filme.";
-        QTest::newRow("no title column") << "ANO;TITLE\n1999;A"
-                                         << "O CSV precisa da coluna FILME. Colunas opcionais: CÓDIGO, ANO, GÊNERO, "
-                                            "QUANT., PREÇO (R$), SINOPSE.";
-        QTest::newRow("column count") << "FILME;ANO\nA;1999\nB"
-                                      << "Registro 3: quantidade de colunas diferente do cabeçalho.";
-        QTest::newRow("empty title") << "ANO;Nome\n1999;A\n2000; \t"
-                                     << "Registro 3: informe o nome do filme.";
-        QTest::newRow("blank lines do not count") << "FILME;QUANT.\n\nBom;1\n;\n\nRuim;0" << invalid(3);
-        QTest::newRow("copies fraction") << "FILME;QUANT.\nA;\"2,5\"" << invalid(2);
-        QTest::newRow("year too late") << "FILME;ANO\nA;2101" << invalid(2);
-        QTest::newRow("price text") << "FILME;PREÇO\nA;cinco" << invalid(2);
-        QTest::newRow("code repeated in file") << "FILME;CÓDIGO\nA;5\nB;\nC;5" << invalid(4);
+        row("quote inside field", "FILME\nab\"c", quotes);
+        row("quote after closed field", "FILME\n\"abc\" \"", quotes);
+        row("text after closing quote", "FILME\n\"abc\"x", "Texto inválido depois das aspas no CSV.");
+        row("unclosed at end", "FILME\n\"open\nstill", "Há aspas sem fechamento no CSV.");
+        row("header only", "FILME;ANO\n\n", "O CSV precisa de cabeçalho e pelo menos um filme.");
+        row("no title column", "ANO;TITLE\n1999;A",
+            "O CSV precisa da coluna FILME. Colunas opcionais: CÓDIGO, ANO, GÊNERO, QUANT., PREÇO (R$), SINOPSE.");
+        row("column count", "FILME;ANO\nA;1999\nB", "Registro 3: quantidade de colunas diferente do cabeçalho.");
+        row("empty title", "ANO;Nome\n1999;A\n2000; \t", "Registro 3: informe o nome do filme.");
+        row("blank lines do not count", "FILME;QUANT.\n\nBom;1\n;\n\nRuim;0", invalid(3));
+        row("copies fraction", "FILME;QUANT.\nA;\"2,5\"", invalid(2));
+        row("year too late", "FILME;ANO\nA;2101", invalid(2));
+        row("code repeated in file", "FILME;CÓDIGO\nA;5\nB;\nC;5", invalid(4));
     }
     void refuses() {
         QFETCH(QString, text);
@@ -87,17 +83,18 @@ private slots:
     void importsFirstSample() {
         const Store store = importFilmsCSV(firstSample, Store{});
         QCOMPARE(store.films.size(), 1);
-        const Film& f = store.films.first();
-        QCOMPARE(f.code, 7);
-        QCOMPARE(f.title, QStringLiteral("Filme; teste"));
-        QCOMPARE(f.year, 1994);
-        QCOMPARE(f.genre, QStringLiteral("Ação, Aventura"));
-        QCOMPARE(f.copies, 2);
-        QCOMPARE(f.price, 550);
-        QCOMPARE(f.sinapse, QStringLiteral("Linha 1\nLinha 2 com \"aspas\""));
-        QCOMPARE(f.originalTitle, QString());
-        QCOMPARE(f.release, false);
-        QCOMPARE(f.id.size(), 36);
+        QCOMPARE(store.films[0].id.size(), 36);
+        const Film expected{.id = store.films[0].id,
+                            .title = "Filme; teste",
+                            .genre = "Ação, Aventura",
+                            .copies = 2,
+                            .price = 550,
+                            .code = 7,
+                            .year = 1994,
+                            .sinapse = "Linha 1\nLinha 2 com \"aspas\"",
+                            .originalTitle = "",
+                            .release = false};
+        QCOMPARE(store.films[0], expected);
 
         // Importing the same file again: code 7 is taken, and nothing is added.
         QCOMPARE(failureOf([&] { importFilmsCSV(firstSample, store); }), invalid(2));

@@ -19,23 +19,6 @@
 using render::count;
 using render::rgb;
 
-class TestControls : public QObject {
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void buttonColoursFollowState_data();
-    void buttonColoursFollowState();
-    void focusOutlineFollowsKeyboardFocus();
-    void titlePlacement_data();
-    void titlePlacement();
-    void popupArrowPointsDown();
-    void searchFieldTextStartsAfterMagnifier();
-    void fieldHardEdgedWithBlockCaret();
-    void tableHeaderGridAndSelection();
-    void scrollKnobIsLight();
-};
-
 namespace {
 
 // Columns holding at least one pixel of the given colour.
@@ -52,236 +35,241 @@ QPair<int, int> columnSpan(const QImage& image, const QRect& area, QRgb colour) 
 
 } // namespace
 
-void TestControls::initTestCase() {
-    DOS::registerFont();
-    QVERIFY(DOS::fontRegistered());
-    QApplication::setStyle(new DOSStyle);
-}
+class TestControls : public QObject {
+    Q_OBJECT
 
-void TestControls::buttonColoursFollowState_data() {
-    QTest::addColumn<bool>("on");
-    QTest::addColumn<bool>("down");
-    QTest::addColumn<bool>("framed");
-    QTest::addColumn<QColor>("normal");
-    QTest::addColumn<QColor>("fill");
-    QTest::addColumn<QColor>("corner");
-    QTest::addColumn<QColor>("box"); // behind the "[F5]" of the title
-    const QColor blue = DOS::blue(), ink = DOS::ink(), border = DOS::border();
-    QTest::newRow("released") << false << false << true << blue << blue << border << blue;
-    QTest::newRow("pressed") << false << true << true << blue << border << border << ink;
-    QTest::newRow("on") << true << false << true << blue << border << border << ink;
-    QTest::newRow("action button") << false << false << true << ink << ink << border << blue;
-    QTest::newRow("no frame") << false << false << false << blue << blue << blue << blue;
-}
+private slots:
+    void initTestCase() {
+        DOS::registerFont();
+        QVERIFY(DOS::fontRegistered());
+        QApplication::setStyle(new DOSStyle);
+    }
 
-void TestControls::buttonColoursFollowState() {
-    QFETCH(bool, on);
-    QFETCH(bool, down);
-    QFETCH(bool, framed);
-    QFETCH(QColor, normal);
-    QFETCH(QColor, fill);
-    QFETCH(QColor, corner);
-    QFETCH(QColor, box);
-    DOSButton button("[F5] LOCADOS");
-    button.resize(220, 34);
-    button.setShortcutRange(std::pair(0, 4));
-    button.setOn(on);
-    button.setDown(down);
-    button.setDrawsDOSBorder(framed);
-    button.setNormalColor(normal);
-    const QImage image = render::of(button);
-    QCOMPARE(image.pixel(3, 3), rgb(fill));
-    QCOMPARE(image.pixel(0, 0), rgb(corner));
-    QCOMPARE(image.pixel(219, 33), rgb(corner));
-    const QRect inBox = button.shortcutBox().toAlignedRect().adjusted(1, 1, -1, -1);
-    QVERIFY(inBox.width() > 20);
-    QVERIFY(count(image, inBox, rgb(box)) > inBox.width() * inBox.height() / 3);
-    QVERIFY(count(image, inBox, rgb(DOS::text())) > 0); // "[F5]" itself stays green
-    if (box != fill)                                    // the box ends with "[F5]"
-        QCOMPARE(count(image, QRect(inBox.right() + 3, inBox.top(), 60, inBox.height()), rgb(box)), 0);
-}
+    void buttonColoursFollowState_data() {
+        QTest::addColumn<bool>("on");
+        QTest::addColumn<bool>("down");
+        QTest::addColumn<bool>("framed");
+        QTest::addColumn<QColor>("normal");
+        QTest::addColumn<QColor>("fill");
+        QTest::addColumn<QColor>("corner");
+        QTest::addColumn<QColor>("box"); // behind the "[F5]" of the title
+        const QColor blue = DOS::blue(), ink = DOS::ink(), border = DOS::border();
+        QTest::newRow("released") << false << false << true << blue << blue << border << blue;
+        QTest::newRow("pressed") << false << true << true << blue << border << border << ink;
+        QTest::newRow("on") << true << false << true << blue << border << border << ink;
+        QTest::newRow("action button") << false << false << true << ink << ink << border << blue;
+        QTest::newRow("no frame") << false << false << false << blue << blue << blue << blue;
+    }
 
-void TestControls::focusOutlineFollowsKeyboardFocus() {
-    QWidget window;
-    auto* plain = new DOSButton("VOLTAR", &window);
-    auto* menuEntry = new DOSButton("[F1] CADASTRAR FITA", &window);
-    plain->setGeometry(0, 0, 130, 34);
-    menuEntry->setGeometry(0, 40, 220, 34);
-    menuEntry->setShowsFocusOutline(false);
-    window.show();
-    QApplication::setActiveWindow(&window);
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    void buttonColoursFollowState() {
+        QFETCH(bool, on);
+        QFETCH(bool, down);
+        QFETCH(bool, framed);
+        QFETCH(QColor, normal);
+        QFETCH(QColor, fill);
+        QFETCH(QColor, corner);
+        QFETCH(QColor, box);
+        DOSButton button("[F5] LOCADOS");
+        button.resize(220, 34);
+        button.setShortcutRange(std::pair(0, 4));
+        button.setOn(on);
+        button.setDown(down);
+        button.setDrawsDOSBorder(framed);
+        button.setNormalColor(normal);
+        const QImage image = render::of(button);
+        QCOMPARE(image.pixel(3, 3), rgb(fill));
+        QCOMPARE(image.pixel(0, 0), rgb(corner));
+        QCOMPARE(image.pixel(219, 33), rgb(corner));
+        const QRect inBox = button.shortcutBox().toAlignedRect().adjusted(1, 1, -1, -1);
+        QVERIFY(inBox.width() > 20);
+        QVERIFY(count(image, inBox, rgb(box)) > inBox.width() * inBox.height() / 3);
+        QVERIFY(count(image, inBox, rgb(DOS::text())) > 0); // "[F5]" itself stays green
+        if (box != fill)                                    // the box ends with "[F5]"
+            QCOMPARE(count(image, QRect(inBox.right() + 3, inBox.top(), 60, inBox.height()), rgb(box)), 0);
+    }
 
-    plain->setFocus();
-    QTRY_VERIFY(plain->hasFocus());
-    QCOMPARE(render::of(*plain).pixel(0, 0), rgb(DOS::yellow()));
-    QCOMPARE(render::of(*plain).pixel(4, 4), rgb(DOS::blue()));
+    void focusOutlineFollowsKeyboardFocus() {
+        QWidget window;
+        auto* plain = new DOSButton("VOLTAR", &window);
+        auto* menuEntry = new DOSButton("[F1] CADASTRAR FITA", &window);
+        plain->setGeometry(0, 0, 130, 34);
+        menuEntry->setGeometry(0, 40, 220, 34);
+        menuEntry->setShowsFocusOutline(false);
+        window.show();
+        QApplication::setActiveWindow(&window);
+        QVERIFY(QTest::qWaitForWindowActive(&window));
 
-    menuEntry->setFocus();
-    QTRY_VERIFY(menuEntry->hasFocus());
-    QCOMPARE(render::of(*menuEntry).pixel(0, 0), rgb(DOS::border()));
-    QCOMPARE(render::of(*plain).pixel(0, 0), rgb(DOS::border()));
-}
+        plain->setFocus();
+        QTRY_VERIFY(plain->hasFocus());
+        QCOMPARE(render::of(*plain).pixel(0, 0), rgb(DOS::yellow()));
+        QCOMPARE(render::of(*plain).pixel(4, 4), rgb(DOS::blue()));
 
-void TestControls::titlePlacement_data() {
-    QTest::addColumn<int>("frameWidth");
-    QTest::addColumn<bool>("centred");
-    QTest::addColumn<qreal>("width");
-    QTest::newRow("220 left") << 220 << false << 200.0;
-    QTest::newRow("220 centred") << 220 << true << 200.0;
-    QTest::newRow("21") << 21 << false << 1.0;
-    QTest::newRow("20, no room") << 20 << false << 0.0;
-    QTest::newRow("12 centred, no room") << 12 << true << 0.0;
-}
+        menuEntry->setFocus();
+        QTRY_VERIFY(menuEntry->hasFocus());
+        QCOMPARE(render::of(*menuEntry).pixel(0, 0), rgb(DOS::border()));
+        QCOMPARE(render::of(*plain).pixel(0, 0), rgb(DOS::border()));
+    }
 
-void TestControls::titlePlacement() {
-    QFETCH(int, frameWidth);
-    QFETCH(bool, centred);
-    QFETCH(qreal, width);
-    const QRectF title = DOSButton::titleRect(QRectF(0, 0, frameWidth, 36), QSizeF(90, 20), centred);
-    QCOMPARE(title.width(), width); // never negative
+    void titlePlacement_data() {
+        QTest::addColumn<int>("frameWidth");
+        QTest::addColumn<bool>("centred");
+        QTest::addColumn<qreal>("width");
+        QTest::newRow("220 left") << 220 << false << 200.0;
+        QTest::newRow("220 centred") << 220 << true << 200.0;
+        QTest::newRow("21") << 21 << false << 1.0;
+        QTest::newRow("20, no room") << 20 << false << 0.0;
+        QTest::newRow("12 centred, no room") << 12 << true << 0.0;
+    }
 
-    DOSButton button("[ENTER] INICIAR");
-    button.setShortcutRange(std::pair(0, 7));
-    button.setCentersTitle(centred);
-    button.resize(frameWidth, 36);
-    const auto [left, right] = columnSpan(render::of(button), QRect(0, 2, frameWidth, 32), rgb(DOS::text()));
-    if (width == 0)
-        QCOMPARE(left, -1); // only the fill, no text
-    else if (frameWidth == 220 && centred)
-        QVERIFY2(qAbs(left - (219 - right)) <= 2, qPrintable(QString("%1..%2").arg(left).arg(right)));
-    else if (frameWidth == 220)
-        QVERIFY(left >= 10 && left <= 14); // 10, plus the bearing of "["
-}
+    void titlePlacement() {
+        QFETCH(int, frameWidth);
+        QFETCH(bool, centred);
+        QFETCH(qreal, width);
+        const QRectF title = DOSButton::titleRect(QRectF(0, 0, frameWidth, 36), QSizeF(90, 20), centred);
+        QCOMPARE(title.width(), width); // never negative
 
-void TestControls::popupArrowPointsDown() {
-    DOSPopup popup;
-    popup.addItem("TODOS OS GÊNEROS");
-    popup.resize(260, 30);
-    const QImage image = render::of(popup);
-    QCOMPARE(image.pixel(5, 5), rgb(DOS::ink()));
-    QCOMPARE(image.pixel(0, 0), rgb(DOS::border()));
-    // Ten wide at the top (y = 12), down to a point (y = 16), 15 from the right edge.
-    const auto [topLeft, topRight] = columnSpan(image, QRect(230, 12, 30, 1), rgb(DOS::text()));
-    QCOMPARE(topRight - topLeft + 1, 10);
-    const auto [tipLeft, tipRight] = columnSpan(image, QRect(230, 16, 30, 1), rgb(DOS::text()));
-    QVERIFY(tipLeft > 0 && tipRight - tipLeft <= 2);
-    QVERIFY(qAbs((tipLeft + tipRight) / 2 - (260 - 15)) <= 1);
-    QVERIFY(count(image, QRect(10, 3, 200, 24), rgb(DOS::text())) > 0); // the title
-}
+        DOSButton button("[ENTER] INICIAR");
+        button.setShortcutRange(std::pair(0, 7));
+        button.setCentersTitle(centred);
+        button.resize(frameWidth, 36);
+        const auto [left, right] = columnSpan(render::of(button), QRect(0, 2, frameWidth, 32), rgb(DOS::text()));
+        if (width == 0)
+            QCOMPARE(left, -1); // only the fill, no text
+        else if (frameWidth == 220 && centred)
+            QVERIFY2(qAbs(left - (219 - right)) <= 2, qPrintable(QString("%1..%2").arg(left).arg(right)));
+        else if (frameWidth == 220)
+            QVERIFY(left >= 10 && left <= 14); // 10, plus the bearing of "["
+    }
 
-void TestControls::searchFieldTextStartsAfterMagnifier() {
-    DOSSearchField search;
-    search.setText("MMMM");
-    search.resize(300, 32);
-    const QImage image = render::of(search);
-    QCOMPARE(image.pixel(0, 0), rgb(DOS::border()));
-    QCOMPARE(image.pixel(5, 5), rgb(DOS::ink()));
-    // The ring fills the 11-pixel square at (9, middle - 6), the handle's top touching it.
-    QRect ring;
-    for (int y = 0; y <= 20; ++y)
-        for (int x = 0; x < 26; ++x)
-            if (image.pixel(x, y) == rgb(DOS::text()))
-                ring |= QRect(x, y, 1, 1);
-    QCOMPARE(ring, QRect(9, 10, 11, 11));
-    // The handle runs down and to the right of the ring.
-    QCOMPARE(image.pixel(21, 16 + 7), rgb(DOS::text()));
-    QCOMPARE(image.pixel(21, 16 - 7), rgb(DOS::ink()));
-    const auto [first, last] = columnSpan(image, QRect(26, 3, 270, 26), rgb(DOS::text()));
-    QVERIFY2(first >= 30 && first <= 33, qPrintable(QString::number(first)));
-    Q_UNUSED(last);
-}
+    void popupArrowPointsDown() {
+        DOSPopup popup;
+        popup.addItem("TODOS OS GÊNEROS");
+        popup.resize(260, 30);
+        const QImage image = render::of(popup);
+        QCOMPARE(image.pixel(5, 5), rgb(DOS::ink()));
+        QCOMPARE(image.pixel(0, 0), rgb(DOS::border()));
+        // Ten wide at the top (y = 12), down to a point (y = 16), 15 from the right edge.
+        const auto [topLeft, topRight] = columnSpan(image, QRect(230, 12, 30, 1), rgb(DOS::text()));
+        QCOMPARE(topRight - topLeft + 1, 10);
+        const auto [tipLeft, tipRight] = columnSpan(image, QRect(230, 16, 30, 1), rgb(DOS::text()));
+        QVERIFY(tipLeft > 0 && tipRight - tipLeft <= 2);
+        QVERIFY(qAbs((tipLeft + tipRight) / 2 - (260 - 15)) <= 1);
+        QVERIFY(count(image, QRect(10, 3, 200, 24), rgb(DOS::text())) > 0); // the title
+    }
 
-void TestControls::fieldHardEdgedWithBlockCaret() {
-    DOSField field("DE VOLTA");
-    field.setFont(DOS::font(16)); // as callers do; must not bring antialiasing back
-    field.resize(300, 42);
-    QImage image = render::of(field);
-    QSet<QRgb> colours;
-    for (int y = 1; y < 41; ++y)
-        for (int x = 1; x < 299; ++x)
-            colours.insert(image.pixel(x, y));
-    QCOMPARE(colours, (QSet<QRgb>{rgb(DOS::ink()), rgb(DOS::text())}));
-    QCOMPARE(image.pixel(0, 20), rgb(DOS::border()));
+    void searchFieldTextStartsAfterMagnifier() {
+        DOSSearchField search;
+        search.setText("MMMM");
+        search.resize(300, 32);
+        const QImage image = render::of(search);
+        QCOMPARE(image.pixel(0, 0), rgb(DOS::border()));
+        QCOMPARE(image.pixel(5, 5), rgb(DOS::ink()));
+        // The ring fills the 11-pixel square at (9, middle - 6), the handle's top touching it.
+        QRect ring;
+        for (int y = 0; y <= 20; ++y)
+            for (int x = 0; x < 26; ++x)
+                if (image.pixel(x, y) == rgb(DOS::text()))
+                    ring |= QRect(x, y, 1, 1);
+        QCOMPARE(ring, QRect(9, 10, 11, 11));
+        // The handle runs down and to the right of the ring.
+        QCOMPARE(image.pixel(21, 16 + 7), rgb(DOS::text()));
+        QCOMPARE(image.pixel(21, 16 - 7), rgb(DOS::ink()));
+        const auto [first, last] = columnSpan(image, QRect(26, 3, 270, 26), rgb(DOS::text()));
+        QVERIFY2(first >= 30 && first <= 33, qPrintable(QString::number(first)));
+        Q_UNUSED(last);
+    }
 
-    const int textRight = columnSpan(image, QRect(1, 1, 298, 40), rgb(DOS::text())).second;
-    field.show();
-    field.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&field));
-    field.setFocus();
-    image = field.grab().toImage().convertToFormat(QImage::Format_ARGB32);
-    // Below the baseline only the caret is lit: 3 pixels wide, just after the text.
-    const auto [left, right] = columnSpan(image, QRect(1, 30, 298, 1), rgb(DOS::text()));
-    QCOMPARE(right - left + 1, 3);
-    QVERIFY(left > textRight - 3 && left <= textRight + 4);
-    // Qt's own caret, which inverts the ground, is switched off in our fields.
-    QCOMPARE(count(image, qRgb(255 - 0, 255 - 2, 255 - 5)), 0);
-}
+    void fieldHardEdgedWithBlockCaret() {
+        DOSField field("DE VOLTA");
+        field.setFont(DOS::font(16)); // as callers do; must not bring antialiasing back
+        field.resize(300, 42);
+        QImage image = render::of(field);
+        QSet<QRgb> colours;
+        for (int y = 1; y < 41; ++y)
+            for (int x = 1; x < 299; ++x)
+                colours.insert(image.pixel(x, y));
+        QCOMPARE(colours, (QSet<QRgb>{rgb(DOS::ink()), rgb(DOS::text())}));
+        QCOMPARE(image.pixel(0, 20), rgb(DOS::border()));
 
-void TestControls::tableHeaderGridAndSelection() {
-    QStandardItemModel model(3, 2);
-    model.setHorizontalHeaderLabels({"CÓDIGO", "FILME"});
-    for (int row = 0; row < 3; ++row)
-        for (int column = 0; column < 2; ++column)
-            model.setItem(row, column, new QStandardItem(QString("FITA %1").arg(row)));
-    DOSTable table;
-    table.setModel(&model);
-    table.setColumnWidth(0, 120);
-    table.setColumnWidth(1, 150);
-    table.resize(400, 200);
-    table.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&table));
+        const int textRight = columnSpan(image, QRect(1, 1, 298, 40), rgb(DOS::text())).second;
+        field.show();
+        field.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&field));
+        field.setFocus();
+        image = field.grab().toImage().convertToFormat(QImage::Format_ARGB32);
+        // Below the baseline only the caret is lit: 3 pixels wide, just after the text.
+        const auto [left, right] = columnSpan(image, QRect(1, 30, 298, 1), rgb(DOS::text()));
+        QCOMPARE(right - left + 1, 3);
+        QVERIFY(left > textRight - 3 && left <= textRight + 4);
+        // Qt's own caret, which inverts the ground, is switched off in our fields.
+        QCOMPARE(count(image, qRgb(255 - 0, 255 - 2, 255 - 5)), 0);
+    }
 
-    // Header: framed cells on ink, the title 7 pixels in, tall enough for the font.
-    DOSHeader* header = table.header();
-    QVERIFY(header->height() >= QFontMetrics(DOS::font(14)).height() + 8);
-    QImage image = render::of(*header);
-    QCOMPARE(image.pixel(0, 0), rgb(DOS::border()));
-    QCOMPARE(image.pixel(119, 5), rgb(DOS::border())); // end of the first section
-    QCOMPARE(image.pixel(3, 3), rgb(DOS::ink()));
-    const int first = columnSpan(image, QRect(1, 1, 110, header->height() - 2), rgb(DOS::text())).first;
-    QVERIFY(first >= 7 && first <= 9);
+    void tableHeaderGridAndSelection() {
+        QStandardItemModel model(3, 2);
+        model.setHorizontalHeaderLabels({"CÓDIGO", "FILME"});
+        for (int row = 0; row < 3; ++row)
+            for (int column = 0; column < 2; ++column)
+                model.setItem(row, column, new QStandardItem(QString("FITA %1").arg(row)));
+        DOSTable table;
+        table.setModel(&model);
+        table.setColumnWidth(0, 120);
+        table.setColumnWidth(1, 150);
+        table.resize(400, 200);
+        table.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&table));
 
-    // Grid: vertical lines down to the bottom, below the rows; none between rows.
-    const auto viewport = [&] {
-        return table.viewport()->grab().toImage().convertToFormat(QImage::Format_ARGB32);
-    };
-    const int rowTop = table.rowViewportPosition(1);
-    image = viewport();
-    QCOMPARE(image.pixel(119, 10), rgb(DOS::border()));
-    QCOMPARE(image.pixel(119, 150), rgb(DOS::border()));
-    QCOMPARE(image.pixel(110, rowTop - 1), rgb(DOS::blue()));
-    QCOMPARE(image.pixel(110, rowTop), rgb(DOS::blue()));
+        // Header: framed cells on ink, the title 7 pixels in, tall enough for the font.
+        DOSHeader* header = table.header();
+        QVERIFY(header->height() >= QFontMetrics(DOS::font(14)).height() + 8);
+        QImage image = render::of(*header);
+        QCOMPARE(image.pixel(0, 0), rgb(DOS::border()));
+        QCOMPARE(image.pixel(119, 5), rgb(DOS::border())); // end of the first section
+        QCOMPARE(image.pixel(3, 3), rgb(DOS::ink()));
+        const int first = columnSpan(image, QRect(1, 1, 110, header->height() - 2), rgb(DOS::text())).first;
+        QVERIFY(first >= 7 && first <= 9);
 
-    // A selected row shows black labels on green; deselected, green on navy.
-    const QRect row1(2, rowTop + 1, 260, 32);
-    table.selectRow(1);
-    image = viewport();
-    QVERIFY(count(image, row1, qRgb(0, 0, 0)) > 20);
-    QVERIFY(count(image, row1, rgb(DOS::selection())) > row1.width() * row1.height() / 2);
-    QCOMPARE(count(image, row1, rgb(DOS::blue())), 0);
-    table.clearSelection();
-    image = viewport();
-    QCOMPARE(count(image, row1, qRgb(0, 0, 0)), 0);
-    QVERIFY(count(image, row1, rgb(DOS::text())) > 20);
-    QVERIFY(count(image, row1, rgb(DOS::blue())) > row1.width() * row1.height() / 2);
-}
+        // Grid: vertical lines down to the bottom, below the rows; none between rows.
+        const auto viewport = [&] {
+            return table.viewport()->grab().toImage().convertToFormat(QImage::Format_ARGB32);
+        };
+        const int rowTop = table.rowViewportPosition(1);
+        image = viewport();
+        QCOMPARE(image.pixel(119, 10), rgb(DOS::border()));
+        QCOMPARE(image.pixel(119, 150), rgb(DOS::border()));
+        QCOMPARE(image.pixel(110, rowTop - 1), rgb(DOS::blue()));
+        QCOMPARE(image.pixel(110, rowTop), rgb(DOS::blue()));
 
-void TestControls::scrollKnobIsLight() {
-    // As in the dialogs' long-text box: a dim knob on the dark groove is hard to find.
-    QPlainTextEdit box;
-    box.setPlainText(QString("LINHA\n").repeated(40));
-    box.resize(300, 120);
-    box.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&box));
-    QScrollBar* bar = box.verticalScrollBar();
-    QVERIFY(bar->isVisible());
-    // Down the middle, between the arrow cells: the knob at the top, then the groove.
-    const QImage image = render::of(*bar);
-    const QRect middle(bar->width() / 2, bar->width() + 4, 1, bar->height() - 2 * bar->width() - 8);
-    QVERIFY(count(image, middle, rgb(DOS::text())) >= 10);
-    QVERIFY(count(image, middle, rgb(DOS::ink())) >= 10);
-}
+        // A selected row shows black labels on green; deselected, green on navy.
+        const QRect row1(2, rowTop + 1, 260, 32);
+        table.selectRow(1);
+        image = viewport();
+        QVERIFY(count(image, row1, qRgb(0, 0, 0)) > 20);
+        QVERIFY(count(image, row1, rgb(DOS::selection())) > row1.width() * row1.height() / 2);
+        QCOMPARE(count(image, row1, rgb(DOS::blue())), 0);
+        table.clearSelection();
+        image = viewport();
+        QCOMPARE(count(image, row1, qRgb(0, 0, 0)), 0);
+        QVERIFY(count(image, row1, rgb(DOS::text())) > 20);
+        QVERIFY(count(image, row1, rgb(DOS::blue())) > row1.width() * row1.height() / 2);
+    }
+
+    void scrollKnobIsLight() {
+        // As in the dialogs' long-text box: a dim knob on the dark groove is hard to find.
+        QPlainTextEdit box;
+        box.setPlainText(QString("LINHA\n").repeated(40));
+        box.resize(300, 120);
+        box.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&box));
+        QScrollBar* bar = box.verticalScrollBar();
+        QVERIFY(bar->isVisible());
+        // Down the middle, between the arrow cells: the knob at the top, then the groove.
+        const QImage image = render::of(*bar);
+        const QRect middle(bar->width() / 2, bar->width() + 4, 1, bar->height() - 2 * bar->width() - 8);
+        QVERIFY(count(image, middle, rgb(DOS::text())) >= 10);
+        QVERIFY(count(image, middle, rgb(DOS::ink())) >= 10);
+    }
+};
 
 QTEST_MAIN(TestControls)
 #include "test_controls.moc"

@@ -6,22 +6,6 @@
 #include <QScreen>
 #include <QtTest>
 
-class TestDOS : public QObject {
-    Q_OBJECT
-
-private slots:
-    // Runs first: nothing is registered yet.
-    void fallbackFontBeforeRegistration();
-    void embeddedFontWinsOverEnvironment();
-    void fontSizes_data();
-    void fontSizes();
-    void threshold_data();
-    void threshold();
-    void fittedStrokesKeepEveryStrokeWhite_data();
-    void fittedStrokesKeepEveryStrokeWhite();
-    void dialogIconFitsAsPureStrokes();
-};
-
 namespace {
 
 // The size a font asks for on the screen, in device-independent pixels.
@@ -35,117 +19,121 @@ bool white(const QImage& image, int x, int y) {
 
 } // namespace
 
-void TestDOS::fallbackFontBeforeRegistration() {
-    QVERIFY(!DOS::fontRegistered());
-    const QFont font = DOS::font(14);
-    QCOMPARE(screenPixels(font), 14.0);
-    QCOMPARE(font.family(), QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
-}
+class TestDOS : public QObject {
+    Q_OBJECT
 
-void TestDOS::embeddedFontWinsOverEnvironment() {
-    qputenv("CINEFITA_FONT_PATH", "/nonexistent/other.ttf");
-    DOS::registerFont();
-    DOS::registerFont(); // a second call changes nothing
-    qunsetenv("CINEFITA_FONT_PATH");
-    QVERIFY(DOS::fontRegistered());
-    QCOMPARE(DOS::fontFile(), QStringLiteral(":/VT323-Regular.ttf"));
-    QCOMPARE(DOS::postScriptName(DOS::font(14)), QStringLiteral("VT323-Regular"));
-    QCOMPARE(QFontInfo(DOS::font(14)).family(), QStringLiteral("VT323"));
-}
+private slots:
+    // Runs first: nothing is registered yet.
+    void fallbackFontBeforeRegistration() {
+        QVERIFY(!DOS::fontRegistered());
+        const QFont font = DOS::font(14);
+        QCOMPARE(screenPixels(font), 14.0);
+        QCOMPARE(font.family(), QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+    }
 
-void TestDOS::fontSizes_data() {
-    QTest::addColumn<qreal>("requested");
-    QTest::addColumn<qreal>("pixels");
-    // Not rounded: 20 or 23 would be the fault.
-    QTest::newRow("list cells") << 14.0 << 20.3;
-    QTest::newRow("fields") << 16.0 << 23.2;
-    QTest::newRow("tagline") << 20.0 << 29.0;
-}
+    void embeddedFontWinsOverEnvironment() {
+        qputenv("CINEFITA_FONT_PATH", "/nonexistent/other.ttf");
+        DOS::registerFont();
+        DOS::registerFont(); // a second call changes nothing
+        qunsetenv("CINEFITA_FONT_PATH");
+        QVERIFY(DOS::fontRegistered());
+        QCOMPARE(DOS::postScriptName(DOS::font(14)), QStringLiteral("VT323-Regular"));
+        QCOMPARE(QFontInfo(DOS::font(14)).family(), QStringLiteral("VT323"));
+    }
 
-void TestDOS::fontSizes() {
-    QFETCH(qreal, requested);
-    QFETCH(qreal, pixels);
-    QVERIFY(DOS::fontRegistered());
-    QCOMPARE(screenPixels(DOS::font(requested)), pixels);
-}
+    void fontSizes_data() {
+        QTest::addColumn<qreal>("requested");
+        QTest::addColumn<qreal>("pixels");
+        // Not rounded: 20 or 23 would be the fault.
+        QTest::newRow("list cells") << 14.0 << 20.3;
+        QTest::newRow("fields") << 16.0 << 23.2;
+        QTest::newRow("tagline") << 20.0 << 29.0;
+    }
 
-void TestDOS::threshold_data() {
-    QTest::addColumn<float>("red");
-    QTest::addColumn<float>("green");
-    QTest::addColumn<float>("blue");
-    QTest::addColumn<bool>("white");
-    QTest::newRow("grey 0.75") << 0.75f << 0.75f << 0.75f << true;
-    QTest::newRow("one component 0.74") << 0.74f << 0.75f << 0.75f << false;
-    QTest::newRow("mean reaches 0.75") << 1.0f << 1.0f << 0.25f << true;
-    QTest::newRow("pure green") << 0.0f << 1.0f << 0.0f << false;
-}
+    void fontSizes() {
+        QFETCH(qreal, requested);
+        QFETCH(qreal, pixels);
+        QVERIFY(DOS::fontRegistered());
+        QCOMPARE(screenPixels(DOS::font(requested)), pixels);
+    }
 
-void TestDOS::threshold() {
-    QFETCH(float, red);
-    QFETCH(float, green);
-    QFETCH(float, blue);
-    QFETCH(bool, white);
-    // Written as floats: 0.75 in 8 or 16 bits would already be a little below 0.75.
-    QImage picture(3, 2, QImage::Format_RGBA32FPx4);
-    picture.fill(Qt::black);
-    auto* samples = reinterpret_cast<float*>(picture.scanLine(1));
-    samples[4] = red;
-    samples[5] = green;
-    samples[6] = blue;
-    samples[7] = 1.0f;
+    void threshold_data() {
+        QTest::addColumn<float>("red");
+        QTest::addColumn<float>("green");
+        QTest::addColumn<float>("blue");
+        QTest::addColumn<bool>("white");
+        QTest::newRow("grey 0.75") << 0.75f << 0.75f << 0.75f << true;
+        QTest::newRow("one component 0.74") << 0.74f << 0.75f << 0.75f << false;
+        QTest::newRow("mean reaches 0.75") << 1.0f << 1.0f << 0.25f << true;
+        QTest::newRow("pure green") << 0.0f << 1.0f << 0.0f << false;
+    }
 
-    const QImage strokes = DOS::whiteStrokes(picture);
-    QCOMPARE(strokes.size(), picture.size());
-    QCOMPARE(strokes.format(), QImage::Format_RGBA8888);
-    const uchar* target = strokes.constScanLine(1) + 4;
-    const uchar expected = white ? 255 : 0;
-    for (int k = 0; k < 4; ++k)
-        QCOMPARE(target[k], expected);
-    QCOMPARE(strokes.pixel(0, 0), 0u); // black stays transparent
-}
+    void threshold() {
+        QFETCH(float, red);
+        QFETCH(float, green);
+        QFETCH(float, blue);
+        QFETCH(bool, white);
+        // Written as floats: 0.75 in 8 or 16 bits would already be a little below 0.75.
+        QImage picture(3, 2, QImage::Format_RGBA32FPx4);
+        picture.fill(Qt::black);
+        auto* samples = reinterpret_cast<float*>(picture.scanLine(1));
+        samples[4] = red;
+        samples[5] = green;
+        samples[6] = blue;
+        samples[7] = 1.0f;
 
-void TestDOS::fittedStrokesKeepEveryStrokeWhite_data() {
-    QTest::addColumn<QSize>("source");
-    QTest::addColumn<QPoint>("stroke"); // a single lit pixel of the source
-    QTest::addColumn<QSize>("fitted");
-    QTest::addColumn<QPoint>("expected");
-    // Odd positions are the ones that picking every other pixel loses.
-    QTest::newRow("halved, odd pixel") << QSize(128, 128) << QPoint(37, 101) << QSize(64, 64) << QPoint(18, 50);
-    QTest::newRow("two thirds, wide") << QSize(96, 48) << QPoint(95, 1) << QSize(64, 32) << QPoint(63, 0);
-    QTest::newRow("enlarged") << QSize(32, 32) << QPoint(1, 2) << QSize(64, 64) << QPoint(3, 5);
-}
+        const QImage strokes = DOS::whiteStrokes(picture);
+        QCOMPARE(strokes.format(), QImage::Format_RGBA8888);
+        const uchar* target = strokes.constScanLine(1) + 4;
+        const uchar expected = white ? 255 : 0;
+        for (int k = 0; k < 4; ++k)
+            QCOMPARE(target[k], expected);
+        QCOMPARE(strokes.pixel(0, 0), 0u); // black stays transparent
+    }
 
-void TestDOS::fittedStrokesKeepEveryStrokeWhite() {
-    QFETCH(QSize, source);
-    QFETCH(QPoint, stroke);
-    QFETCH(QSize, fitted);
-    QFETCH(QPoint, expected);
-    QImage strokes(source, QImage::Format_RGBA8888);
-    strokes.fill(Qt::transparent);
-    strokes.setPixel(stroke, qRgba(255, 255, 255, 255));
-    const QImage result = DOS::fittedStrokes(strokes, 64);
-    QCOMPARE(result.size(), fitted);
-    QVERIFY(white(result, expected.x(), expected.y()));
-    for (int y = 0; y < result.height(); ++y)
-        for (int x = 0; x < result.width(); ++x)
-            QVERIFY(result.pixel(x, y) == 0u || white(result, x, y));
-}
+    void fittedStrokesKeepEveryStrokeWhite_data() {
+        QTest::addColumn<QSize>("source");
+        QTest::addColumn<QPoint>("stroke"); // a single lit pixel of the source
+        QTest::addColumn<QSize>("fitted");
+        QTest::addColumn<QPoint>("expected");
+        // Odd positions are the ones that picking every other pixel loses.
+        QTest::newRow("halved, odd pixel") << QSize(128, 128) << QPoint(37, 101) << QSize(64, 64) << QPoint(18, 50);
+        QTest::newRow("two thirds, wide") << QSize(96, 48) << QPoint(95, 1) << QSize(64, 32) << QPoint(63, 0);
+        QTest::newRow("enlarged") << QSize(32, 32) << QPoint(1, 2) << QSize(64, 64) << QPoint(3, 5);
+    }
 
-void TestDOS::dialogIconFitsAsPureStrokes() {
-    // Also proves the picture is linked into the executable.
-    const std::optional<QImage> icon = DOS::dialogIcon();
-    QVERIFY(icon.has_value());
-    const QImage fitted = DOS::fittedStrokes(*icon, 64);
-    QCOMPARE(fitted.size(), QSize(64, 64));
-    // Every 2 x 2 block of the picture with a stroke pixel in it gives one white pixel,
-    // and every other pixel is transparent.
-    for (int y = 0; y < 64; ++y)
-        for (int x = 0; x < 64; ++x) {
-            const bool stroke = white(*icon, 2 * x, 2 * y) || white(*icon, 2 * x + 1, 2 * y) ||
-                                white(*icon, 2 * x, 2 * y + 1) || white(*icon, 2 * x + 1, 2 * y + 1);
-            QCOMPARE(fitted.pixel(x, y), stroke ? qRgba(255, 255, 255, 255) : 0u);
-        }
-}
+    void fittedStrokesKeepEveryStrokeWhite() {
+        QFETCH(QSize, source);
+        QFETCH(QPoint, stroke);
+        QFETCH(QSize, fitted);
+        QFETCH(QPoint, expected);
+        QImage strokes(source, QImage::Format_RGBA8888);
+        strokes.fill(Qt::transparent);
+        strokes.setPixel(stroke, qRgba(255, 255, 255, 255));
+        const QImage result = DOS::fittedStrokes(strokes, 64);
+        QCOMPARE(result.size(), fitted);
+        QVERIFY(white(result, expected.x(), expected.y()));
+        for (int y = 0; y < result.height(); ++y)
+            for (int x = 0; x < result.width(); ++x)
+                QVERIFY(result.pixel(x, y) == 0u || white(result, x, y));
+    }
+
+    void dialogIconFitsAsPureStrokes() {
+        // Also proves the picture is linked into the executable.
+        const std::optional<QImage> icon = DOS::dialogIcon();
+        QVERIFY(icon.has_value());
+        const QImage fitted = DOS::fittedStrokes(*icon, 64);
+        QCOMPARE(fitted.size(), QSize(64, 64));
+        // Every 2 x 2 block of the picture with a stroke pixel in it gives one white pixel,
+        // and every other pixel is transparent.
+        for (int y = 0; y < 64; ++y)
+            for (int x = 0; x < 64; ++x) {
+                const bool stroke = white(*icon, 2 * x, 2 * y) || white(*icon, 2 * x + 1, 2 * y) ||
+                                    white(*icon, 2 * x, 2 * y + 1) || white(*icon, 2 * x + 1, 2 * y + 1);
+                QCOMPARE(fitted.pixel(x, y), stroke ? qRgba(255, 255, 255, 255) : 0u);
+            }
+    }
+};
 
 QTEST_MAIN(TestDOS)
 #include "test_dos.moc"

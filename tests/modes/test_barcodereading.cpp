@@ -13,19 +13,16 @@ QStringList decoded(const QString& page, const QString& scratch) {
 
     QProcess browser;
     browser.setProcessEnvironment(environment);
-    browser.start(QStandardPaths::findExecutable(QStringLiteral("chromium")),
-                  {QStringLiteral("--headless"), QStringLiteral("--no-sandbox"), QStringLiteral("--disable-gpu"),
-                   QStringLiteral("--no-first-run"), QStringLiteral("--disable-background-networking"),
-                   QStringLiteral("--disable-component-update"), QStringLiteral("--disable-sync"),
-                   QStringLiteral("--user-data-dir=") + scratch + QStringLiteral("/profile"),
-                   QStringLiteral("--force-device-scale-factor=4"), QStringLiteral("--window-size=1000,800"),
-                   QStringLiteral("--screenshot=") + picture, QUrl::fromLocalFile(page).toString()});
+    browser.start(QStandardPaths::findExecutable("chromium"),
+                  {"--headless", "--no-sandbox", "--disable-gpu", "--no-first-run", "--disable-background-networking",
+                   "--disable-component-update", "--disable-sync", "--user-data-dir=" + scratch + "/profile",
+                   "--force-device-scale-factor=4", "--window-size=1000,800", "--screenshot=" + picture,
+                   QUrl::fromLocalFile(page).toString()});
     if (!browser.waitForFinished(120000) || !QFile::exists(picture))
         return {QStringLiteral("(no picture) ") + QString::fromUtf8(browser.readAllStandardError().right(400))};
 
     QProcess reader;
-    reader.start(QStandardPaths::findExecutable(QStringLiteral("zbarimg")),
-                 {QStringLiteral("--quiet"), QStringLiteral("--raw"), picture});
+    reader.start(QStandardPaths::findExecutable("zbarimg"), {"--quiet", "--raw", picture});
     if (!reader.waitForFinished(60000))
         return {QStringLiteral("(reader did not finish)")};
     QStringList codes = QString::fromUtf8(reader.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
@@ -45,14 +42,13 @@ private slots:
             QSKIP("chromium or zbarimg is not installed");
         QTemporaryDir scratch;
         QProcess fixtures;
-        fixtures.start(QStringLiteral(CINEFITA_BINARY), {QStringLiteral("--print-fixtures"), scratch.path()});
+        fixtures.start(CINEFITA_BINARY, {"--print-fixtures", scratch.path()});
         QVERIFY(fixtures.waitForFinished(60000));
         QCOMPARE(fixtures.exitCode(), 0);
 
-        QCOMPARE(decoded(scratch.filePath(QStringLiteral("Etiquetas-exemplo.html")), scratch.path()),
-                 (QStringList{QStringLiteral("COD-0001-001"), QStringLiteral("COD-0001-002")}));
-        QCOMPARE(decoded(scratch.filePath(QStringLiteral("Carteirinha-exemplo.html")), scratch.path()),
-                 QStringList{QStringLiteral("CLI-0001")});
+        QCOMPARE(decoded(scratch.filePath("Etiquetas-exemplo.html"), scratch.path()),
+                 (QStringList{"COD-0001-001", "COD-0001-002"}));
+        QCOMPARE(decoded(scratch.filePath("Carteirinha-exemplo.html"), scratch.path()), QStringList{"CLI-0001"});
     }
 };
 

@@ -50,15 +50,13 @@ private slots:
         QTest::addColumn<QString>("start");
         QTest::addColumn<bool>("release");
         QTest::addColumn<QString>("due");
-
-        QTest::newRow("catalogue") << ""
-                                   << "10/10/2026 12:00" << false << "13/10/2026 12:00";
-        QTest::newRow("Berlin 23-hour day") << "Europe/Berlin"
-                                            << "29/03/2025 12:00" << true << "30/03/2025 13:00";
-        QTest::newRow("Berlin 25-hour day") << "Europe/Berlin"
-                                            << "25/10/2025 12:00" << true << "26/10/2025 11:00";
-        QTest::newRow("São Paulo midnight skipped") << "America/Sao_Paulo"
-                                                    << "03/11/2018 12:00" << false << "06/11/2018 13:00";
+        const auto row = [](const char* name, const char* zone, const char* start, bool release, const char* due) {
+            QTest::newRow(name) << QString(zone) << QString(start) << release << QString(due);
+        };
+        row("catalogue", "", "10/10/2026 12:00", false, "13/10/2026 12:00");
+        row("Berlin 23-hour day", "Europe/Berlin", "29/03/2025 12:00", true, "30/03/2025 13:00");
+        row("Berlin 25-hour day", "Europe/Berlin", "25/10/2025 12:00", true, "26/10/2025 11:00");
+        row("São Paulo midnight skipped", "America/Sao_Paulo", "03/11/2018 12:00", false, "06/11/2018 13:00");
     }
     void automaticDue() {
         QFETCH(QString, zone);
@@ -78,28 +76,17 @@ private slots:
         QTest::addColumn<QString>("now");
         QTest::addColumn<qint64>("days");
         QTest::addColumn<double>("dueShift"); // seconds added to the due time
-
-        QTest::newRow("same evening") << ""
-                                      << "10/10/2026 18:00"
-                                      << "10/10/2026 23:00" << qint64(0) << 0.0;
-        QTest::newRow("next morning") << ""
-                                      << "10/10/2026 18:00"
-                                      << "11/10/2026 09:00" << qint64(1) << 0.0;
-        QTest::newRow("early") << ""
-                               << "10/10/2026 18:00"
-                               << "08/10/2026 09:00" << qint64(0) << 0.0;
-        QTest::newRow("Berlin 23-hour day") << "Europe/Berlin"
-                                            << "30/03/2025 12:00"
-                                            << "31/03/2025 00:00" << qint64(1) << 0.0;
-        QTest::newRow("Berlin 25-hour day") << "Europe/Berlin"
-                                            << "26/10/2025 10:00"
-                                            << "27/10/2025 10:00" << qint64(1) << 0.0;
-        QTest::newRow("São Paulo midnight skipped") << "America/Sao_Paulo"
-                                                    << "03/11/2018 12:00"
-                                                    << "04/11/2018 01:00" << qint64(1) << 0.0;
-        QTest::newRow("due a breath before midnight") << ""
-                                                      << "11/10/2026 00:00"
-                                                      << "11/10/2026 09:00" << qint64(1) << -0.0004;
+        const auto row = [](const char* name, const char* zone, const char* due, const char* now, qint64 days,
+                            double dueShift = 0) {
+            QTest::newRow(name) << QString(zone) << QString(due) << QString(now) << days << dueShift;
+        };
+        row("same evening", "", "10/10/2026 18:00", "10/10/2026 23:00", 0);
+        row("next morning", "", "10/10/2026 18:00", "11/10/2026 09:00", 1);
+        row("early", "", "10/10/2026 18:00", "08/10/2026 09:00", 0);
+        row("Berlin 23-hour day", "Europe/Berlin", "30/03/2025 12:00", "31/03/2025 00:00", 1);
+        row("Berlin 25-hour day", "Europe/Berlin", "26/10/2025 10:00", "27/10/2025 10:00", 1);
+        row("São Paulo midnight skipped", "America/Sao_Paulo", "03/11/2018 12:00", "04/11/2018 01:00", 1);
+        row("due a breath before midnight", "", "11/10/2026 00:00", "11/10/2026 09:00", 1, -0.0004);
     }
     void overdue() {
         QFETCH(QString, zone);

@@ -61,19 +61,12 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("query");
         QTest::addColumn<bool>("expected");
-
-        QTest::newRow("accented query") << "Ação Total"
-                                        << "ação" << true;
-        QTest::newRow("upper-case query") << "O Poderoso Chefão"
-                                          << "CHEFAO" << true;
-        QTest::newRow("decomposed text") << "Corac\u0327a\u0303o"
-                                         << "coração" << true;
-        QTest::newRow("not contiguous") << "Ação Total"
-                                        << "acaototal" << false;
-        QTest::newRow("empty query") << "Ação Total"
-                                     << "" << false;
-        QTest::newRow("only an accent") << "Ação Total"
-                                        << "\u0301" << false;
+        QTest::newRow("accented query") << "Ação Total" << QString("ação") << true;
+        QTest::newRow("upper-case query") << "O Poderoso Chefão" << QString("CHEFAO") << true;
+        QTest::newRow("decomposed text") << "Corac\u0327a\u0303o" << QString("coração") << true;
+        QTest::newRow("not contiguous") << "Ação Total" << QString("acaototal") << false;
+        QTest::newRow("empty query") << "Ação Total" << QString() << false;
+        QTest::newRow("only an accent") << "Ação Total" << QString("\u0301") << false;
     }
     void matches() {
         QFETCH(QString, text);
@@ -115,8 +108,6 @@ private slots:
         QCOMPARE(::genreParts(genre), expected);
     }
 
-    void genreKey() { QCOMPARE(::genreKey("  Ficção Científica \n"), "ficcao cientifica"); }
-
     void activeRecords() {
         Store store;
         store.films = films({"A", "B", "C"});
@@ -124,8 +115,7 @@ private slots:
         store.films[2].deleted = false;
         store.customers = {{.id = "x"}, {.id = "y", .deleted = true}};
         QCOMPARE(ids(activeFilms(store)), (QStringList{"1", "2"}));
-        QCOMPARE(activeCustomers(store).size(), 1);
-        QCOMPARE(activeCustomers(store).first().id, "x");
+        QCOMPARE(activeCustomers(store), QList<Customer>{store.customers[0]});
     }
 };
 

@@ -14,8 +14,9 @@ Store fullStore() {
                         QStringLiteral("Primeira linha\nSegunda linha: ação, coração, pão"), "Total Action", true}};
     store.customers = {
         Customer{"C1", "Maria Conceição", "(11) 987654321", 12, "Rua A, 10", "São Paulo", "SP", "01000-000", true}};
-    store.rentals = {Rental{"R1", "F1", "C1", Instant{700000000.125}, Instant{700086400.125}, Instant{700200000.5}, 550,
-                            300, 600, false, 100, 2}};
+    // Dates whose shortest decimal form needs every digit.
+    store.rentals = {Rental{"R1", "F1", "C1", Instant{812345678.123456789}, Instant{0.1 + 0.2}, Instant{700200000.5},
+                            550, 300, 600, false, 100, 2}};
     store.entries = {Entry{"E1", Instant{-1234.75}, "Multa: Ação Total", 600},
                      Entry{"E2", Instant{700000000}, "Saída", -2500}};
     return store;
@@ -51,15 +52,6 @@ private slots:
         const QByteArray json = encodeStore(store, JSONLayout(layout));
         QVERIFY(!json.contains("null"));
         QCOMPARE(decodeStore(json), store);
-    }
-
-    void fractionalDatesComeBackExactly() {
-        Store store = sparseStore();
-        store.rentals[0].start = Instant{812345678.123456789};
-        store.rentals[0].due = Instant{0.1 + 0.2};
-        const Store back = decodeStore(encodeStore(store));
-        QVERIFY(back.rentals[0].start.seconds == store.rentals[0].start.seconds);
-        QVERIFY(back.rentals[0].due.seconds == store.rentals[0].due.seconds);
     }
 
     void absentFieldsLeaveTheirKeysOut() {
@@ -123,12 +115,6 @@ private slots:
         QCOMPARE(store.reportRentalBaseline, expected);
     }
 
-    void integerDatesAreAccepted() {
-        const Store store = decodeStore(R"({"films":[],"customers":[],"rentals":[],
-            "entries":[{"id":"e","date":-5,"description":"d","amount":1}]})");
-        QCOMPARE(store.entries[0].date.seconds, -5.0);
-    }
-
     void agreesWithQtJsonOnAwkwardTexts() {
         Store store = sparseStore();
         store.films[0].title = QString::fromUtf8("aspas \" barra \\ / tab\t nul\x01 fim\r\n 🎞️ ç");
@@ -167,7 +153,6 @@ private slots:
         QTest::newRow("leading zero") << QByteArray(
             R"({"films":[],"customers":[],"rentals":[],"entries":[],"reportRentalBaseline":01})");
         QTest::newRow("deep nesting") << QByteArray(R"({"x":)") + QByteArray(100000, '[');
-        QTest::newRow("empty") << QByteArray();
     }
     void damagedBytesAreRefused() {
         QFETCH(QByteArray, json);

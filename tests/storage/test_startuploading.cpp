@@ -106,22 +106,20 @@ private slots:
         QTest::addColumn<QByteArray>("payload"); // stored by a first launch; null: no launch
         QTest::addColumn<QByteArray>("legacy");  // "dados.json"; null: none
         QTest::addColumn<QString>("message");    // part of the alert's text
+        const auto row = [](const char* name, const char* folder, const char* blocker, const QByteArray& payload,
+                            const QByteArray& legacy, const QString& message) {
+            QTest::newRow(name) << QString(folder) << QString(blocker) << payload << legacy << message;
+        };
         const QByteArray smallest = R"({"films":[],"customers":[],"rentals":[],"entries":[]})";
         const QByteArray afterNul = smallest + QByteArray("\0garbage", 8);
-        QTest::newRow("legacy file not a store")
-            << "d"
-            << "" << QByteArray() << QByteArray(R"({"films":[],"customers":[],"rentals":[]})") << "entries";
-        QTest::newRow("legacy file with text after a NUL") << "d"
-                                                           << "" << QByteArray() << afterNul << "JSON";
-        QTest::newRow("stored payload not JSON") << "d"
-                                                 << "" << QByteArray("{broken") << smallest << "JSON";
-        QTest::newRow("stored payload with text after a NUL") << "d"
-                                                              << "" << afterNul << smallest << "JSON";
-        QTest::newRow("folder cannot be created") << "arquivo/d"
-                                                  << "arquivo" << QByteArray() << QByteArray() << "arquivo/d";
-        QTest::newRow("database cannot be opened")
-            << "d"
-            << "d/cinefita.sqlite/" << QByteArray() << QByteArray() << "Não foi possível abrir o banco local.";
+        const QByteArray none;
+        row("legacy file not a store", "d", "", none, R"({"films":[],"customers":[],"rentals":[]})", "entries");
+        row("legacy file with text after a NUL", "d", "", none, afterNul, "JSON");
+        row("stored payload not JSON", "d", "", "{broken", smallest, "JSON");
+        row("stored payload with text after a NUL", "d", "", afterNul, smallest, "JSON");
+        row("folder cannot be created", "arquivo/d", "arquivo", none, none, "arquivo/d");
+        row("database cannot be opened", "d", "d/cinefita.sqlite/", none, none,
+            "Não foi possível abrir o banco local.");
     }
     void failures() {
         QFETCH(QString, folder);

@@ -1,0 +1,291 @@
+#include "gui/GuiSupport.h"
+
+#include "app/RecordForm.h"
+#include "look/DOSField.h"
+#include "records/RentalRules.h"
+#include "storage/LocalDatabase.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+// Films 3 and 7 (the 7 removed, its copy 3 out with customer 12).
+Store shop() {
+    Store store;
+    store.films = {Film{.id = "F3", .title = "ALIEN", .genre = "Terror", .copies = 3, .price = 400, .code = 3},
+                   Film{.id = "F7", .title = "TUBARÃO", .copies = 3, .price = 550, .code = 7, .deleted = true}};
+    store.customers = {Customer{.id = "C12", .name = "ANA", .phone = "(11) 5555", .code = 12}};
+    store.rentals = {Rental{.id = "R1", .film = "F7", .customer = "C12", .due = Instant{900000000}, .copy = 3}};
+    return store;
+}
+
+QString fileText(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+} // namespace
+
+class RecordsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void formsAsOpened_data();
+    void formsAsOpened();
+    void refusals_data();
+    void refusals();
+    void savedTextsAreNormalised();
+    void deleteIsGuardedThenRestored();
+    void labelSize_data();
+    void labelSize();
+    void cardOnlyForAnActiveCustomer();
+    void failedBackupLeavesNoFile();
+
+private:
+    void open(int section, const QString& id = {});
+    // Presses the action button with that title; the dialog it raises (if any) is answered by keys.
+    SeenDialog press(const QString& title, const DialogAnswerer::Answer& answer = {});
+
+    std::unique_ptr<QTemporaryDir> dir;
+    std::unique_ptr<TestApp> app;
+    QStringList opened;
+};
+
+void RecordsTest::init() {
+    app.reset();
+    dir = std::make_unique<QTemporaryDir>();
+    app = std::make_unique<TestApp>(dir->path());
+    opened.clear();
+    (*app)->openPrintPage = [this](const QString& path) {
+        opened.append(QFileInfo(path).fileName());
+    };
+    QVERIFY(app->launch());
+    (*app)->enterProgram();
+    QVERIFY((*app)->commit(shop()));
+}
+
+void RecordsTest::open(int section, const QString& id) {
+    (*app)->navigate(section);
+    (*app)->editID = id.isEmpty() ? std::nullopt : std::optional(id);
+    (*app)->recordScreen((*app)->editID);
+}
+
+SeenDialog RecordsTest::press(const QString& title, const DialogAnswerer::Answer& answer) {
+    DialogAnswerer answerer(answer ? answer : DialogAnswerer::pressKey(Qt::Key_Return));
+    for (DOSButton* button : (*app)->screen.tabs + (*app)->screen.actionButtons)
+        if (button->text() == title)
+            button->click();
+    return answerer.seen();
+}
+
+void RecordsTest::formsAsOpened_data() {
+    QTest::addColumn<int>("section");
+    QTest::addColumn<QString>("id");
+    QTest::addColumn<QStringList>("buttons");
+    QTest::addColumn<QString>("code");
+    const int films = Section::films, customers = Section::customers;
+    QTest::newRow("new film") << films << "" << QStringList{"SALVAR"} << "COD-0008";
+    QTest::newRow("film") << films << "F3" << QStringList{"ETIQUETAS", "EDITAR", "APAGAR", "SALVAR"} << "COD-0003";
+    QTest::newRow("new customer") << customers << "" << QStringList{"FINALIZAR"} << "0013";
+    QTest::newRow("customer") << customers << "C12"
+                              << QStringList{"IMPRIMIR CARTEIRINHA", "EDITAR", "APAGAR", "FINALIZAR"} << "0012";
+}
+
+void RecordsTest::formsAsOpened() {
+    QFETCH(int, section);
+    QFETCH(QString, id);
+    QFETCH(QStringList, buttons);
+    QFETCH(QString, code);
+    open(section, id);
+    QStringList shown;
+    for (const DOSButton* button : (*app)->screen.tabs + (*app)->screen.actionButtons)
+        shown.append(button->text());
+    QCOMPARE(shown, buttons);
+    QCOMPARE((*app)->screen.formView->value("code"), code);
+    DOSField* name = (*app)->screen.formView->fields().value("name");
+    QCOMPARE(QApplication::focusWidget(), name);
+    QCOMPARE(name->isReadOnly(), !id.isEmpty());
+    press("EDITAR");
+    QVERIFY(!name->isReadOnly());
+    QCOMPARE((*app)->screen.formView->fields().value("code")->isReadOnly(), section == Section::films);
+}
+
+void RecordsTest::refusals_data() {
+    QTest::addColumn<int>("section");
+    QTest::addColumn<QString>("id");
+    QTest::addColumn<QString>("edits"); // key=text;…
+    QTest::addColumn<QString>("dialog");
+    const int films = Section::films, customers = Section::customers;
+    const QString incomplete = "Cadastro incompleto: Informe um código numérico positivo e o nome.";
+    const QString invalid = "Dados inválidos: Código já usado, quantidade inválida ou preço inválido.";
+    QTest::newRow("code 0") << films << ""
+                            << "name=X;code=0" << incomplete;
+    QTest::newRow("no name") << films << ""
+                             << "" << incomplete;
+    QTest::newRow("code of a removed film") << films << ""
+                                            << "name=X;code=COD-0007" << invalid;
+    QTest::newRow("copies 2,5") << films << ""
+                                << "name=X;copies=2,5" << invalid;
+    QTest::newRow("price") << films << ""
+                           << "name=X;price=1.001" << invalid;
+    QTest::newRow("year") << films << ""
+                          << "name=X;year=2101"
+                          << "Ano inválido: Informe um ano de 1888 a 2100, ou deixe vazio.";
+    QTest::newRow("category") << films << ""
+                              << "name=X;release=estreia"
+                              << "Categoria inválida: Use ACERVO ou LANÇAMENTO.";
+    QTest::newRow("copy 3 out") << films << "F7"
+                                << "copies=2"
+                                << "Quantidade insuficiente: Há mais exemplares locados que a quantidade informada.";
+    QTest::newRow("customer code") << customers << ""
+                                   << "name=X;code=0012"
+                                   << "Código já usado: Escolha outro código de cliente.";
+    QTest::newRow("state") << customers << ""
+                           << "name=X;state=São"
+                           << "Estado inválido: Use a sigla de duas letras do estado.";
+    QTest::newRow("CEP") << customers << ""
+                         << "name=X;zip=1234"
+                         << "CEP inválido: Informe os oito números do CEP, ou deixe vazio.";
+}
+
+void RecordsTest::refusals() {
+    QFETCH(int, section);
+    QFETCH(QString, id);
+    QFETCH(QString, edits);
+    QFETCH(QString, dialog);
+    open(section, id);
+    (*app)->enableEdit();
+    for (const QString& edit : edits.split(';', Qt::SkipEmptyParts))
+        (*app)->screen.formView->fields().value(edit.section('=', 0, 0))->setText(edit.section('=', 1));
+    const SeenDialog seen = press(section == Section::films ? "SALVAR" : "FINALIZAR");
+    QCOMPARE(seen.title + ": " + seen.text, dialog);
+    QCOMPARE((*app)->store, shop());
+    QVERIFY((*app)->screen.formView != nullptr); // the form keeps what was typed
+}
+
+void RecordsTest::savedTextsAreNormalised() {
+    open(Section::films);
+    const auto set = [this](const char* key, const QString& text) {
+        (*app)->screen.formView->fields().value(key)->setText(text);
+    };
+    set("name", "TUBARÃO 2");
+    set("genre", "acao, Drama,  ACAO ,Cult");
+    set("release", " Lancamento ");
+    press("SALVAR");
+    QCOMPARE((*app)->store.films.last().genre, QStringLiteral("Ação, Drama, Cult"));
+    QVERIFY((*app)->store.films.last().release.value_or(false));
+
+    open(Section::customers);
+    QTest::keyClicks(QApplication::focusWidget(), "MARIA");
+    DOSField* phone = (*app)->screen.formView->fields().value("phone");
+    phone->setFocus();
+    QTest::keyClicks(phone, "11 9876-54321");
+    QCOMPARE(phone->text(), QStringLiteral("(11) 987654321"));
+    set("state", "sp");
+    set("zip", "01310-100");
+    press("FINALIZAR");
+    const Customer saved = LocalDatabase(QDir(dir->path()).filePath("cinefita.sqlite")).load()->customers.last();
+    QCOMPARE(QStringList({saved.name, saved.phone, *saved.state, *saved.zip}),
+             QStringList({"MARIA", "(11) 987654321", "SP", "01310100"}));
+}
+
+void RecordsTest::deleteIsGuardedThenRestored() {
+    open(Section::customers, "C12");
+    QCOMPARE(press("APAGAR").title, QStringLiteral("Cadastro em uso"));
+    QVERIFY((*app)->commit(returnedStore((*app)->store, "R1", true, Instant{800000000})));
+    QCOMPARE(press("APAGAR").title, QStringLiteral("Apagar cadastro?"));
+    QVERIFY((*app)->store.customers.first().deleted.value_or(false));
+
+    const auto restore = [this](const QString& kind, const QString& code) {
+        std::unique_ptr<DialogAnswerer> notFound;
+        DialogAnswerer answerer([&](StyledDialog*) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClicks(QApplication::focusWidget(), kind);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QTest::keyClicks(QApplication::focusWidget(), code);
+            notFound = std::make_unique<DialogAnswerer>(DialogAnswerer::pressKey(Qt::Key_Return));
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        });
+        (*app)->restoreRecord();
+        return notFound->seen().title;
+    };
+    QCOMPARE(restore("FILME", "12"), QStringLiteral("Não encontrado"));
+    QCOMPARE(restore("cliente", "COD-0012"), QStringLiteral("Não encontrado"));
+    QCOMPARE(restore("cliente", "0012"), QString());
+    QVERIFY(!(*app)->store.customers.first().deleted.value_or(false));
+}
+
+void RecordsTest::labelSize_data() {
+    QTest::addColumn<QString>("width");
+    QTest::addColumn<QString>("height");
+    QTest::addColumn<QString>("heading"); // empty: nothing printed
+    QTest::newRow("72,5 × 20") << "72,5"
+                               << "20"
+                               << "ETIQUETAS VHS — 72.5 × 20.0 mm";
+    QTest::newRow("narrower than the barcode") << "69"
+                                               << "18"
+                                               << "";
+    QTest::newRow("height 17") << "70"
+                               << "17"
+                               << "";
+    QTest::newRow("height 51") << "70"
+                               << "51"
+                               << "";
+}
+
+void RecordsTest::labelSize() {
+    QFETCH(QString, width);
+    QFETCH(QString, height);
+    QFETCH(QString, heading);
+    open(Section::films, "F3");
+    QStringList proposed;
+    const SeenDialog seen = press("ETIQUETAS", [&](StyledDialog* dialog) {
+        for (DOSField* field : dialog->findChildren<DOSField*>())
+            proposed.append(field->text());
+        for (const QString& text : {width, height}) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClicks(QApplication::focusWidget(), text + "\t");
+        }
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    });
+    QCOMPARE(seen.title + " " + seen.buttons.first(), QStringLiteral("TAMANHO DA ETIQUETA (mm) IMPRIMIR"));
+    QCOMPARE(proposed, QStringList({"70", "18"}));
+    QCOMPARE(opened, heading.isEmpty() ? QStringList{} : QStringList{"Etiquetas-VHS.html"});
+    const QString page = fileText(QDir(dir->path()).filePath("Impressos/Etiquetas-VHS.html"));
+    QVERIFY(page.contains(heading));
+    QCOMPARE(page.count("COD-0003-00"), heading.isEmpty() ? 0 : 3); // one label per copy
+}
+
+void RecordsTest::cardOnlyForAnActiveCustomer() {
+    open(Section::customers, "C12");
+    QCOMPARE(press("IMPRIMIR CARTEIRINHA").title, QString());
+    QCOMPARE(opened, QStringList{"Carteirinha-0012.html"});
+    Store removed = shop();
+    removed.customers.first().deleted = true;
+    QVERIFY((*app)->commit(removed));
+    QCOMPARE(press("IMPRIMIR CARTEIRINHA").title, QStringLiteral("Carteirinha"));
+    QCOMPARE(opened.size(), 1);
+}
+
+void RecordsTest::failedBackupLeavesNoFile() {
+    // The chosen name is taken by a folder: the write fails after the text was written aside.
+    QDir folder(dir->path());
+    QVERIFY(folder.mkpath("saida/CINEFITA-backup.json"));
+    (*app)->chooseSaveFile = [&folder](const QString&, const QString& proposed, const QString&) {
+        return folder.filePath("saida/" + proposed);
+    };
+    const QString status = (*app)->status->text();
+    DialogAnswerer answerer(DialogAnswerer::pressKey(Qt::Key_Return));
+    (*app)->backup();
+    QCOMPARE(answerer.seen().title, QStringLiteral("Falha na exportação"));
+    QCOMPARE(QDir(folder.filePath("saida")).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
+             QStringList{"CINEFITA-backup.json"});
+    QCOMPARE((*app)->status->text(), status);
+}
+
+QTEST_MAIN(RecordsTest)
+#include "test_records.moc"
