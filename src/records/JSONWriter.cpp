@@ -6,6 +6,9 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace {
 
@@ -32,16 +35,18 @@ char* writeThousandths(char* out, double magnitude) {
     const uint64_t whole = thousandths / 1000;
     const auto fraction = unsigned(thousandths % 1000);
     const int fractionDigits = fraction == 0 ? 0 : fraction % 100 == 0 ? 1 : fraction % 10 == 0 ? 2 : 3;
-    // std::to_chars takes the scientific form when it is strictly shorter
-    // (700000000 is "7e+08"); leave those rare cases to it.
-    uint64_t significand = thousandths;
-    while (significand % 10 == 0)
-        significand /= 10;
-    const int significantDigits = decimalDigits(significand);
-    const int scientificLength = significantDigits + (significantDigits > 1 ? 1 : 0) + 4; // e+dd
-    const int fixedLength = decimalDigits(whole) + (fractionDigits > 0 ? 1 + fractionDigits : 0);
-    if (scientificLength < fixedLength)
-        return nullptr;
+    // std::to_chars takes the scientific form when it is strictly shorter. With
+    // decimals it never is: it carries the same digits plus a point and an
+    // exponent, and below 1 the fixed form ("0.ddd") is as short as any exponent
+    // form. A whole number with trailing zeros may be (700000000 is "7e+08").
+    if (fraction == 0 && whole % 10 == 0) {
+        uint64_t significand = whole;
+        while (significand % 10 == 0)
+            significand /= 10;
+        const int significantDigits = decimalDigits(significand);
+        if (significantDigits + (significantDigits > 1 ? 1 : 0) + 4 < decimalDigits(whole)) // d.ddde+dd
+            return nullptr;
+    }
     out = std::to_chars(out, out + 20, whole).ptr;
     if (fractionDigits > 0) {
         out[0] = '.';
@@ -149,7 +154,23 @@ void JSONWriter::string(const QString& value) {
     const auto* s = reinterpret_cast<const char16_t*>(value.utf16());
     qsizetype i = 0;
     while (true) {
-        // Most text is plain ASCII: copy it without further thought.
+        // Most text is plain ASCII: copy it without further thought, eight
+        // characters at a time where the processor allows.
+#ifdef __SSE2__
+        while (i + 8 <= n) {
+            const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i));
+            // Signed compares: units from 0x8000 up count as below 0x20.
+            const __m128i special = _mm_or_si128(_mm_or_si128(_mm_cmplt_epi16(units, _mm_set1_epi16(0x20)),
+                                                              _mm_cmpgt_epi16(units, _mm_set1_epi16(0x7F))),
+                                                 _mm_or_si128(_mm_cmpeq_epi16(units, _mm_set1_epi16('"')),
+                                                              _mm_cmpeq_epi16(units, _mm_set1_epi16('\\'))));
+            if (_mm_movemask_epi8(special) != 0)
+                break;
+            _mm_storel_epi64(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(units, units));
+            out += 8;
+            i += 8;
+        }
+#endif
         while (i < n && char16_t(s[i] - 0x20) < 0x60 && s[i] != '"' && s[i] != '\\')
             *out++ = char(s[i++]);
         if (i == n)
