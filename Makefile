@@ -1,5 +1,5 @@
 # Thin wrapper: every target installs what is missing first, then uses the CMake presets.
-.PHONY: run test bench package gallery format deps
+.PHONY: run test bench package gallery format deps crash-test fuzz
 
 deps:
 	./scripts/install-deps
@@ -14,11 +14,31 @@ test: deps
 	cmake --build --preset asan
 	ctest --preset asan
 
+# The kill test at its full count (CTest runs a few dozen kills).
+crash-test: deps
+	cmake --preset asan
+	cmake --build --preset asan --target test_crashsafety
+	CINEFITA_KILLS=240 ctest --preset asan -R '^test_crashsafety$$'
+
+# libFuzzer targets (clang, AddressSanitizer + UBSan), each run for FUZZ_SECONDS on
+# a working corpus in build/fuzz/corpus seeded from tests/fuzz/corpus.
+FUZZ_SECONDS ?= 60
+fuzz:
+	./scripts/install-deps --fuzz
+	cmake -S tests/fuzz -B build/fuzz -G Ninja -DCMAKE_CXX_COMPILER=clang++
+	cmake --build build/fuzz
+	for target in store filmcsv readers pages; do \
+	    mkdir -p build/fuzz/corpus/$$target; \
+	    LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp TZ=America/Sao_Paulo \
+	        ./build/fuzz/fuzz_$$target -max_total_time=$(FUZZ_SECONDS) -max_len=65536 -rss_limit_mb=4096 -artifact_prefix=build/fuzz/ \
+	        build/fuzz/corpus/$$target tests/fuzz/corpus/$$target || exit 1; \
+	done
+
 bench: deps
 	cmake --preset release
 	cmake --build --preset release --target cinefita_bench cinefita_bench_lists
-	./build/release/bench/cinefita_bench
 	./build/release/bench/cinefita_bench_lists
+	./build/release/bench/cinefita_bench
 
 # The Debian package: only the program and its icons are built, then CPack collects
 # the installation into build/release/packages/.

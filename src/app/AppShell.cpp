@@ -346,6 +346,11 @@ bool App::commit(const Store& changed) {
         return false;
     }
     store = changed;
+    // The log is copied into the file a moment later, outside the operator's wait.
+    QTimer::singleShot(300, this, [this] {
+        if (database != nullptr)
+            database->checkpoint();
+    });
     if (status != nullptr)
         status->setText(QStringLiteral("SALVO NO BANCO LOCAL"));
     return true;

@@ -16,62 +16,62 @@ namespace {
 
 void writeFilm(JSONWriter& w, const Film& f) {
     w.beginObject();
-    w.member("code", f.code);
-    w.member("copies", f.copies);
-    w.member("deleted", f.deleted);
-    w.member("genre", f.genre);
-    w.member("id", f.id);
-    w.member("originalTitle", f.originalTitle);
-    w.member("price", f.price);
-    w.member("release", f.release);
-    w.member("sinapse", f.sinapse);
-    w.member("title", f.title);
-    w.member("year", f.year);
+    w.member(R"(,"code":)", f.code);
+    w.member(R"(,"copies":)", f.copies);
+    w.member(R"(,"deleted":)", f.deleted);
+    w.member(R"(,"genre":)", f.genre);
+    w.member(R"(,"id":)", f.id);
+    w.member(R"(,"originalTitle":)", f.originalTitle);
+    w.member(R"(,"price":)", f.price);
+    w.member(R"(,"release":)", f.release);
+    w.member(R"(,"sinapse":)", f.sinapse);
+    w.member(R"(,"title":)", f.title);
+    w.member(R"(,"year":)", f.year);
     w.endObject();
 }
 
 void writeCustomer(JSONWriter& w, const Customer& c) {
     w.beginObject();
-    w.member("address", c.address);
-    w.member("city", c.city);
-    w.member("code", c.code);
-    w.member("deleted", c.deleted);
-    w.member("id", c.id);
-    w.member("name", c.name);
-    w.member("phone", c.phone);
-    w.member("state", c.state);
-    w.member("zip", c.zip);
+    w.member(R"(,"address":)", c.address);
+    w.member(R"(,"city":)", c.city);
+    w.member(R"(,"code":)", c.code);
+    w.member(R"(,"deleted":)", c.deleted);
+    w.member(R"(,"id":)", c.id);
+    w.member(R"(,"name":)", c.name);
+    w.member(R"(,"phone":)", c.phone);
+    w.member(R"(,"state":)", c.state);
+    w.member(R"(,"zip":)", c.zip);
     w.endObject();
 }
 
 void writeRental(JSONWriter& w, const Rental& r) {
     w.beginObject();
-    w.member("copy", r.copy);
-    w.member("customer", r.customer);
-    w.member("due", r.due);
-    w.member("film", r.film);
-    w.member("fine", r.fine);
-    w.member("finePerDay", r.finePerDay);
-    w.member("id", r.id);
-    w.member("price", r.price);
-    w.member("returned", r.returned);
-    w.member("rewindFee", r.rewindFee);
-    w.member("rewound", r.rewound);
-    w.member("start", r.start);
+    w.member(R"(,"copy":)", r.copy);
+    w.member(R"(,"customer":)", r.customer);
+    w.member(R"(,"due":)", r.due);
+    w.member(R"(,"film":)", r.film);
+    w.member(R"(,"fine":)", r.fine);
+    w.member(R"(,"finePerDay":)", r.finePerDay);
+    w.member(R"(,"id":)", r.id);
+    w.member(R"(,"price":)", r.price);
+    w.member(R"(,"returned":)", r.returned);
+    w.member(R"(,"rewindFee":)", r.rewindFee);
+    w.member(R"(,"rewound":)", r.rewound);
+    w.member(R"(,"start":)", r.start);
     w.endObject();
 }
 
 void writeEntry(JSONWriter& w, const Entry& e) {
     w.beginObject();
-    w.member("amount", e.amount);
-    w.member("date", e.date);
-    w.member("description", e.description);
-    w.member("id", e.id);
+    w.member(R"(,"amount":)", e.amount);
+    w.member(R"(,"date":)", e.date);
+    w.member(R"(,"description":)", e.description);
+    w.member(R"(,"id":)", e.id);
     w.endObject();
 }
 
-template <typename Record, typename Write>
-void writeList(JSONWriter& w, const char* key, const QList<Record>& records, Write write) {
+template <size_t N, typename Record, typename Write>
+void writeList(JSONWriter& w, const char (&key)[N], const QList<Record>& records, Write write) {
     w.key(key);
     w.beginArray();
     for (const Record& record : records) {
@@ -303,19 +303,25 @@ void readList(JSONReader& reader, QList<Record>& records, bool& seen, const char
 
 } // namespace
 
-QByteArray encodeStore(const Store& store, JSONLayout layout) {
-    JSONWriter w(layout == JSONLayout::sortedIndented);
-    w.reserve(256 + store.films.size() * 320 + store.customers.size() * 240 + store.rentals.size() * 260 +
-              store.entries.size() * 140);
+void encodeStore(const Store& store, JSONLayout layout, QByteArray& buffer) {
+    JSONWriter w(buffer, layout == JSONLayout::sortedIndented,
+                 256 + store.films.size() * 320 + store.customers.size() * 240 + store.rentals.size() * 360 +
+                     store.entries.size() * 140);
     w.beginObject();
-    writeList(w, "customers", store.customers, writeCustomer);
-    writeList(w, "entries", store.entries, writeEntry);
-    writeList(w, "films", store.films, writeFilm);
-    w.member("locadoraName", store.locadoraName);
-    writeList(w, "rentals", store.rentals, writeRental);
-    w.member("reportRentalBaseline", store.reportRentalBaseline);
+    writeList(w, R"(,"customers":)", store.customers, writeCustomer);
+    writeList(w, R"(,"entries":)", store.entries, writeEntry);
+    writeList(w, R"(,"films":)", store.films, writeFilm);
+    w.member(R"(,"locadoraName":)", store.locadoraName);
+    writeList(w, R"(,"rentals":)", store.rentals, writeRental);
+    w.member(R"(,"reportRentalBaseline":)", store.reportRentalBaseline);
     w.endObject();
-    return w.take();
+    w.finish();
+}
+
+QByteArray encodeStore(const Store& store, JSONLayout layout) {
+    QByteArray json;
+    encodeStore(store, layout, json);
+    return json;
 }
 
 Store decodeStore(const QByteArray& json) {

@@ -27,6 +27,9 @@ private:
 };
 
 QByteArray encodeStore(const Store& store, JSONLayout layout = JSONLayout::compact);
+// The same into a buffer kept by the caller, whose memory is reused: afterwards
+// it holds exactly the document.
+void encodeStore(const Store& store, JSONLayout layout, QByteArray& buffer);
 
 // Strict: the whole document is rejected on a missing required key or a value of
 // the wrong type. Null for an optional key means absent; unknown keys are ignored.

@@ -2,6 +2,7 @@
 
 #include "records/Records.h"
 
+#include <QByteArray>
 #include <QString>
 #include <memory>
 #include <optional>
@@ -13,7 +14,10 @@ struct sqlite3;
 // a payload that is not a store, which throws StoreJSONError.
 class LocalDatabase {
 public:
-    explicit LocalDatabase(const QString& path);
+    // Waits up to busyTimeoutMs for a write lock held by another process. A file
+    // made with small pages is moved to large ones here, once; if that fails the
+    // file stays as it was and works as before.
+    explicit LocalDatabase(const QString& path, int busyTimeoutMs = 5000);
     ~LocalDatabase();
     LocalDatabase(const LocalDatabase&) = delete;
     LocalDatabase& operator=(const LocalDatabase&) = delete;
@@ -24,6 +28,15 @@ public:
 
     // Absent when nothing was ever saved.
     std::optional<Store> load();
+
+    // Copies committed saves from the write-ahead log into the file. Saves do not
+    // do it themselves, so the operator never waits for it: the program calls it
+    // when idle, and it runs once more on closing. A failure is harmless (the log
+    // keeps the data) and is tried again next time.
+    bool checkpoint();
+
+    // Pages as large as SQLite allows: a save of a large store touches far fewer.
+    static constexpr int pageSize = 65536;
 
     static constexpr const char* schema =
         "PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; CREATE TABLE IF NOT EXISTS state (id INTEGER PRIMARY "
@@ -36,7 +49,10 @@ private:
     };
 
     void exec(const char* sql);
+    QByteArray pragma(const char* sql);
+    void moveToLargePages();
     void writeState(const QByteArray& payload);
 
     std::unique_ptr<sqlite3, Close> db_;
+    QByteArray payload_; // kept between saves, so its memory is reused
 };

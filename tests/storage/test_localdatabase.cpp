@@ -73,7 +73,7 @@ private slots:
     }
 
     void lockedDatabaseFailsAfterWaiting() {
-        LocalDatabase database(path());
+        LocalDatabase database(path(), 100);
         database.save(storeNamed("Primeira"));
         RawDatabase other(path());
         QVERIFY(other.exec("BEGIN IMMEDIATE;"));
@@ -81,10 +81,51 @@ private slots:
         waited.start();
         QCOMPARE(failureOf([&] { database.save(storeNamed("Segunda")); }),
                  QString("Falha no banco local: database is locked"));
-        QVERIFY(waited.elapsed() >= 4000);
+        QVERIFY(waited.elapsed() >= 100);
         QVERIFY(other.exec("ROLLBACK;"));
         QCOMPARE(other.payload("state"), encodeStore(storeNamed("Primeira")));
         QVERIFY(!other.payload("previous_state"));
+    }
+
+    // Large pages on new files and, once, on files made with small ones; a file
+    // another process holds open is left as it is and still works.
+    void pageSize_data() {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<bool>("heldOpen");
+        QTest::addColumn<QByteArray>("pageSize");
+        QTest::newRow("new file") << QByteArray() << false << QByteArray("65536");
+        const QByteArray small = QByteArray("PRAGMA page_size=4096;") + LocalDatabase::schema;
+        QTest::newRow("small pages") << small << false << QByteArray("65536");
+        QTest::newRow("small pages, held open") << small << true << QByteArray("4096");
+    }
+    void pageSize() {
+        QFETCH(QByteArray, before);
+        QFETCH(bool, heldOpen);
+        QFETCH(QByteArray, pageSize);
+        if (!before.isEmpty()) {
+            RawDatabase setup(path());
+            QVERIFY(setup.exec(before.constData()));
+            const QByteArray rows = "INSERT INTO previous_state VALUES(1,'" + encodeStore(storeNamed("Primeira")) +
+                                    "'); INSERT INTO state VALUES(1,'" + encodeStore(storeNamed("Segunda")) + "');";
+            QVERIFY(setup.exec(rows.constData()));
+        }
+        std::optional<RawDatabase> other;
+        if (heldOpen)
+            QVERIFY(other.emplace(path()).exec("SELECT count(*) FROM state;"));
+        LocalDatabase database(path(), 100);
+        if (!before.isEmpty())
+            QCOMPARE(database.load(), std::optional(storeNamed("Segunda")));
+        database.save(storeNamed("Terceira"));
+        RawDatabase after(path());
+        QCOMPARE(after.value("PRAGMA page_size;"), pageSize);
+        QCOMPARE(after.value("PRAGMA journal_mode;"), QByteArray("wal"));
+        QCOMPARE(after.value("PRAGMA integrity_check;"), QByteArray("ok"));
+        QCOMPARE(after.payload("state"), encodeStore(storeNamed("Terceira")));
+        // The idle checkpoint leaves the document in the file itself.
+        QVERIFY(database.checkpoint());
+        QVERIFY(QFile::copy(path(), dir.filePath("copy.sqlite")));
+        QCOMPARE(RawDatabase(dir.filePath("copy.sqlite")).payload("state"), encodeStore(storeNamed("Terceira")));
+        QFile::remove(dir.filePath("copy.sqlite"));
     }
 
     void unreadableRows_data() {

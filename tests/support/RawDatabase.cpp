@@ -25,3 +25,13 @@ std::optional<QByteArray> RawDatabase::payload(const char* table) {
     sqlite3_finalize(statement);
     return result;
 }
+
+QByteArray RawDatabase::value(const QByteArray& sql) {
+    sqlite3_stmt* statement = nullptr;
+    QByteArray result;
+    if (sqlite3_prepare_v2(db_, sql.constData(), -1, &statement, nullptr) == SQLITE_OK &&
+        sqlite3_step(statement) == SQLITE_ROW)
+        result = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
+    sqlite3_finalize(statement);
+    return result;
+}

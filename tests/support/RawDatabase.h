@@ -17,6 +17,7 @@ public:
 
     bool exec(const QByteArray& sql);
     std::optional<QByteArray> payload(const char* table); // the row's exact bytes; absent without a row
+    QByteArray value(const QByteArray& sql);              // first column of the first row, as text
 
 private:
     sqlite3* db_ = nullptr;

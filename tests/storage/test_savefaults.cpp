@@ -1,0 +1,141 @@
+// Saves made by another process while something is wrong with the file system
+// or the file: each fails with its message and leaves the last committed
+// document (and the one before it) in place.
+#include "records/FilmCSVError.h"
+#include "records/StoreJSON.h"
+#include "storage/LocalDatabase.h"
+#include "support/RawDatabase.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+Store storeNamed(const QString& name) {
+    Store store;
+    store.locadoraName = name;
+    for (int i = 0; i < 4000; ++i)
+        store.entries.append(Entry{QStringLiteral("E-%1").arg(i), Instant{700000000.5 + i},
+                                   QStringLiteral("Locação de %1, número %2").arg(name).arg(i), 550});
+    return store;
+}
+
+enum class Fault { readOnlyFolder, fileSizeLimit, lockHeldElsewhere };
+
+// In a child process: cause the fault, open the database and save "Nova", write
+// what happened to the pipe. (A read-only folder stops the opening already: an
+// open database keeps writing to the files it holds.) Under the size limit the child then lifts it and saves again, as
+// a full disk with space freed would let it.
+[[noreturn]] void saveInChild(const QString& path, Fault fault, int pipe) {
+    auto tell = [pipe](const QString& text) {
+        const QByteArray bytes = text.toUtf8() + '\n';
+        if (::write(pipe, bytes.constData(), size_t(bytes.size())) != bytes.size())
+            ::_exit(3);
+    };
+    // Root ignores file modes: the read-only case runs as nobody.
+    if (fault == Fault::readOnlyFolder && ::geteuid() == 0 && ::setuid(65534) != 0)
+        ::_exit(4);
+    rlimit limit{};
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    if (fault == Fault::fileSizeLimit) {
+        std::signal(SIGXFSZ, SIG_IGN); // the write then fails with EFBIG
+        rlimit small = limit;
+        small.rlim_cur = 200 * 1024;
+        ::setrlimit(RLIMIT_FSIZE, &small);
+    }
+    try {
+        LocalDatabase database(path, 100);
+        try {
+            database.save(storeNamed("Nova"));
+            tell("saved");
+        } catch (const FilmCSVError& error) {
+            tell(error.description());
+            if (fault != Fault::fileSizeLimit)
+                ::_exit(0);
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+            database.save(storeNamed("Nova"));
+            tell("saved after the fault");
+        }
+    } catch (const FilmCSVError& error) {
+        tell(error.description());
+    }
+    ::_exit(0);
+}
+
+} // namespace
+
+class TestSaveFaults : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir dir;
+    QString path() const { return dir.filePath("data/cinefita.sqlite"); }
+
+private slots:
+    void init() {
+        QDir(dir.filePath("data")).removeRecursively();
+        QVERIFY(QDir(dir.path()).mkdir("data"));
+        QFile::setPermissions(dir.path(), QFile::permissions(dir.path()) | QFile::ExeOther); // for nobody
+        LocalDatabase database(path());
+        database.save(storeNamed("Anterior"));
+        database.save(storeNamed("Antiga"));
+    }
+    void cleanup() {
+        QFile::setPermissions(dir.filePath("data"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QFile::setPermissions(path(), QFile::ReadOwner | QFile::WriteOwner);
+    }
+
+    void faultLeavesTheLastDocument_data() {
+        QTest::addColumn<int>("fault");
+        QTest::addColumn<QStringList>("told");
+        QTest::addColumn<QString>("current");
+        QTest::newRow("read-only folder")
+            << int(Fault::readOnlyFolder) << QStringList{"Não foi possível abrir o banco local."} << "Antiga";
+        QTest::newRow("file size limit, then space again")
+            << int(Fault::fileSizeLimit) << QStringList{"Falha no banco local: disk I/O error", "saved after the fault"}
+            << "Nova";
+        QTest::newRow("write lock held by another process")
+            << int(Fault::lockHeldElsewhere) << QStringList{"Falha no banco local: database is locked"} << "Antiga";
+    }
+    void faultLeavesTheLastDocument() {
+        QFETCH(int, fault);
+        QFETCH(QStringList, told);
+        QFETCH(QString, current);
+        RawDatabase other(path());
+        if (Fault(fault) == Fault::lockHeldElsewhere)
+            QVERIFY(other.exec("BEGIN IMMEDIATE;"));
+        if (Fault(fault) == Fault::readOnlyFolder) {
+            QVERIFY(QFile::setPermissions(path(), QFile::ReadOwner | QFile::ReadOther));
+            QVERIFY(QFile::setPermissions(dir.filePath("data"),
+                                          QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther));
+        }
+        int pipe[2];
+        QCOMPARE(::pipe(pipe), 0);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::close(pipe[0]);
+            saveInChild(path(), Fault(fault), pipe[1]);
+        }
+        ::close(pipe[1]);
+        QByteArray output;
+        char buffer[512];
+        for (ssize_t n; (n = ::read(pipe[0], buffer, sizeof buffer)) > 0;)
+            output.append(buffer, n);
+        ::close(pipe[0]);
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        QCOMPARE(status, 0);
+        other.exec("ROLLBACK;");
+        QCOMPARE(QString::fromUtf8(output).trimmed().split('\n'), told);
+        QCOMPARE(other.value("PRAGMA integrity_check;"), QByteArray("ok"));
+        QCOMPARE(decodeStore(other.payload("state").value_or("")).locadoraName, std::optional(current));
+        const QString previous = current == "Nova" ? "Antiga" : "Anterior";
+        QCOMPARE(decodeStore(other.payload("previous_state").value_or("")).locadoraName, std::optional(previous));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestSaveFaults)
+#include "test_savefaults.moc"
