@@ -79,10 +79,7 @@ void App::configureName() {
 }
 
 void App::suggestHouse() {
-    QList<Film> onShelf;
-    for (const Film& film : activeFilms(store))
-        if (inUse(store, film.id) < film.copies)
-            onShelf.append(film);
+    const QList<Film> onShelf = filmsOnShelf(store);
     if (onShelf.isEmpty()) {
         alert(QStringLiteral("Sugestão da Casa"), QStringLiteral("Não há fitas disponíveis no acervo."));
         return;

@@ -2,8 +2,10 @@
 
 #include "app/ListGenres.h"
 #include "app/ListModel.h"
+#include "app/RecordForm.h"
 #include "look/DOS.h"
 #include "look/DOSButton.h"
+#include "look/DOSField.h"
 #include "look/DOSHeader.h"
 #include "look/DOSPopup.h"
 #include "look/DOSRowDelegate.h"
@@ -133,9 +135,15 @@ void App::toggleOrder() {
 }
 
 void App::searchChanged() {
-    // Section 0 has no list: its film field follows the search, which the rental screen wires itself.
-    if (section == Section::rental)
+    // Section 0 has no list: the search types into the rental form's film field instead.
+    if (section == Section::rental) {
+        DOSField* film = screen.formView != nullptr ? screen.formView->fields().value(QStringLiteral("film")) : nullptr;
+        if (film != nullptr) {
+            film->setText(search->text());
+            controlTextDidChange(film);
+        }
         return;
+    }
     if (screen.formView == nullptr)
         reloadTable();
 }

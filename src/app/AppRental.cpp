@@ -34,15 +34,6 @@ QString customerLabel(const Customer& customer) {
     return customerCode(customer) + separator + customer.name + separator + customer.phone;
 }
 
-// Films with at least one copy on the shelf.
-QList<Film> availableFilms(const Store& store) {
-    QList<Film> available;
-    for (const Film& film : activeFilms(store))
-        if (inUse(store, film.id) < film.copies)
-            available.append(film);
-    return available;
-}
-
 QList<Film> filmsWithCode(const QList<Film>& films, std::optional<qint64> code) {
     QList<Film> found;
     for (const Film& film : films)
@@ -168,7 +159,7 @@ void App::controlTextDidChange(QLineEdit* field) {
         const bool byCode = fieldTag(field) == filmCodeTag;
         rentalFilm.reset();
         setText(form, byCode ? QStringLiteral("film") : QStringLiteral("code"), QString());
-        const QList<Film> available = availableFilms(store);
+        const QList<Film> available = filmsOnShelf(store);
         const QList<Film> candidates =
             byCode ? filmsWithCode(available, numericCode(text)) : matchingFilms(available, text);
         QList<MatchItem> items;

@@ -2,7 +2,9 @@
 
 #include "records/DateText.h"
 #include "records/FilmCSVError.h"
+#include "records/Search.h"
 
+#include <QHash>
 #include <QSet>
 #include <algorithm>
 #include <limits>
@@ -106,6 +108,19 @@ Store returnedStore(const Store& store, const QString& id, bool rewound, Instant
 qint64 inUse(const Store& store, const QString& film) {
     return std::count_if(store.rentals.cbegin(), store.rentals.cend(),
                          [&](const Rental& rental) { return rental.film == film && isOpen(rental); });
+}
+
+QList<Film> filmsOnShelf(const Store& store) {
+    // One pass over the rentals: counting per film would be films × rentals on every keystroke.
+    QHash<QString, qint64> out;
+    for (const Rental& rental : store.rentals)
+        if (isOpen(rental))
+            ++out[rental.film];
+    QList<Film> onShelf;
+    for (const Film& film : activeFilms(store))
+        if (out.value(film.id) < film.copies)
+            onShelf.append(film);
+    return onShelf;
 }
 
 bool canDeleteFilm(const Store& store, const QString& id) {

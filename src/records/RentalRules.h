@@ -12,5 +12,6 @@ qint64 overdue(const Rental& rental, Instant now); // whole calendar days late, 
 // Throws FilmCSVError("Esta fita já foi devolvida.") for an unknown or returned rental.
 Store returnedStore(const Store& store, const QString& id, bool rewound, Instant now);
 qint64 inUse(const Store& store, const QString& film);
+QList<Film> filmsOnShelf(const Store& store); // active films with at least one copy not rented out
 bool canDeleteFilm(const Store& store, const QString& id);
 bool canDeleteCustomer(const Store& store, const QString& id);
