@@ -89,8 +89,6 @@ private slots:
     void returnAnswers();
     void cashEntries_data();
     void cashEntries();
-    void shopNameLimit_data();
-    void shopNameLimit();
     void suggestionNamesOnlyFilmsOnTheShelf();
 };
 
@@ -253,7 +251,6 @@ void RentalTest::cashEntries_data() {
     QTest::newRow("money out") << QStringList{"Troco", "saída", "10,00"} << "" << qint64(-1000);
     QTest::newRow("money in") << QStringList{"Venda", "Entrada", "5,50"} << "" << qint64(550);
     QTest::newRow("zero") << QStringList{"Venda", "ENTRADA", "0"} << "" << qint64(0);
-    QTest::newRow("no description") << QStringList{"", "ENTRADA", "5,00"} << "" << qint64(0);
     QTest::newRow("other type") << QStringList{"Doação", "doação", "5,00"} << "Tipo inválido" << qint64(0);
 }
 
@@ -278,29 +275,6 @@ void RentalTest::cashEntries() {
     QCOMPARE(entries.size(), amount != 0 ? 1 : 0);
     if (amount != 0)
         QVERIFY(entries.last().amount == amount && entries.last().description == typed.first());
-}
-
-void RentalTest::shopNameLimit_data() {
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("name");
-    const QString sixty = QString(59, u'A') + "E\u0301"; // an accent typed apart is still one character
-    QTest::newRow("sixty characters") << sixty << sixty;
-    QTest::newRow("sixty-one characters") << sixty + "B" << QString("LOCADORA");
-    QTest::newRow("empty") << QString() << QString("LOCADORA");
-}
-
-void RentalTest::shopNameLimit() {
-    QFETCH(QString, typed);
-    QFETCH(QString, name);
-    RentalShop shop;
-    QVERIFY(shop.open());
-    DialogAnswerer answerer([&typed](StyledDialog* dialog) {
-        dialog->accessory()->findChild<DOSField*>()->setText(typed);
-        dialog->buttons().first()->click();
-    });
-    shop.app->configureName();
-    QCOMPARE(shop.saved().locadoraName.value_or("LOCADORA"), name);
-    QCOMPARE(shop.app->window->windowTitle(), "CINEFITA — " + name);
 }
 
 void RentalTest::suggestionNamesOnlyFilmsOnTheShelf() {
