@@ -103,7 +103,6 @@ private slots:
         QTest::newRow("220 left") << 220 << false << 200.0;
         QTest::newRow("220 centred") << 220 << true << 200.0;
         QTest::newRow("21") << 21 << false << 1.0;
-        QTest::newRow("20, no room") << 20 << false << 0.0;
         QTest::newRow("12 centred, no room") << 12 << true << 0.0;
     }
 
