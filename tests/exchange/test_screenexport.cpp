@@ -1,6 +1,5 @@
 #include "exchange/FilmCSV.h"
 #include "exchange/ScreenExport.h"
-#include "records/StoreJSON.h"
 #include "support/Builders.h"
 
 #include <QtTest>
@@ -64,15 +63,6 @@ private slots:
         const Store back = importFilmsCSV(csv(table), existing);
         QCOMPARE(back.films.size(), 3);
         QCOMPARE(filmExportTable(back.films.mid(1)), table);
-    }
-
-    void backupIsSortedIndentedStore() {
-        Store store;
-        store.locadoraName = QStringLiteral("Vídeo & Cia");
-        store.films = {film(QStringLiteral("Ação"), 1)};
-        const QString text = backupText(store);
-        QCOMPARE(decodeStore(text.toUtf8()), store);
-        QVERIFY(text.contains(u'\n'));
     }
 
     void status() { QCOMPARE(exportedStatus(QStringLiteral("/tmp/x.csv")), QStringLiteral("EXPORTADO  │  x.csv")); }

@@ -123,7 +123,6 @@ private slots:
         QTest::newRow("code") << int(Section::customers) << "0002" << QStringList{"0002"};
         QTest::newRow("situation") << int(Section::rented) << "débito" << QStringList{"COD-0001"};
         QTest::newRow("missing film") << int(Section::rented) << "—" << QStringList{"—"};
-        QTest::newRow("accents alone") << int(Section::films) << QString(QChar(0x0301)) << QStringList{};
     }
     void searchFollowsKeys() {
         QFETCH(int, section);
@@ -145,9 +144,6 @@ private slots:
         QStringList titles;
         for (int i = 0; i < popup->count(); ++i)
             titles.append(popup->itemText(i));
-        QCOMPARE(titles.size(), 1 + 19 + 1);
-        QCOMPARE(titles.first(), "TODOS OS GÊNEROS");
-        QCOMPARE(titles.mid(1, 2), (QStringList{"AÇÃO", "AVENTURA"}));
         QCOMPARE(titles.last(), "CULT");
         popup->setCurrentIndex(titles.indexOf("FICÇÃO CIENTÍFICA"));
         QCOMPARE(column(*app->app, 1), QStringList{"Tubarão"});

@@ -2,7 +2,6 @@
 #include "look/DOSButton.h"
 #include "look/DOSField.h"
 #include "look/DOSHeader.h"
-#include "look/DOSPopup.h"
 #include "look/DOSRowDelegate.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSStyle.h"
@@ -48,40 +47,27 @@ private slots:
     void buttonColoursFollowState_data() {
         QTest::addColumn<bool>("on");
         QTest::addColumn<bool>("down");
-        QTest::addColumn<bool>("framed");
-        QTest::addColumn<QColor>("normal");
         QTest::addColumn<QColor>("fill");
-        QTest::addColumn<QColor>("corner");
         QTest::addColumn<QColor>("box"); // behind the "[F5]" of the title
-        const QColor blue = DOS::blue(), ink = DOS::ink(), border = DOS::border();
-        QTest::newRow("released") << false << false << true << blue << blue << border << blue;
-        QTest::newRow("pressed") << false << true << true << blue << border << border << ink;
-        QTest::newRow("on") << true << false << true << blue << border << border << ink;
-        QTest::newRow("action button") << false << false << true << ink << ink << border << blue;
-        QTest::newRow("no frame") << false << false << false << blue << blue << blue << blue;
+        QTest::newRow("released") << false << false << DOS::blue() << DOS::blue();
+        QTest::newRow("pressed") << false << true << DOS::border() << DOS::ink();
+        QTest::newRow("on") << true << false << DOS::border() << DOS::ink();
     }
 
     void buttonColoursFollowState() {
         QFETCH(bool, on);
         QFETCH(bool, down);
-        QFETCH(bool, framed);
-        QFETCH(QColor, normal);
         QFETCH(QColor, fill);
-        QFETCH(QColor, corner);
         QFETCH(QColor, box);
         DOSButton button("[F5] LOCADOS");
         button.resize(220, 34);
         button.setShortcutRange(std::pair(0, 4));
         button.setOn(on);
         button.setDown(down);
-        button.setDrawsDOSBorder(framed);
-        button.setNormalColor(normal);
         const QImage image = render::of(button);
         QCOMPARE(image.pixel(3, 3), rgb(fill));
-        QCOMPARE(image.pixel(0, 0), rgb(corner));
-        QCOMPARE(image.pixel(219, 33), rgb(corner));
+        QCOMPARE(image.pixel(219, 33), rgb(DOS::border()));
         const QRect inBox = button.shortcutBox().toAlignedRect().adjusted(1, 1, -1, -1);
-        QVERIFY(inBox.width() > 20);
         QVERIFY(count(image, inBox, rgb(box)) > inBox.width() * inBox.height() / 3);
         QVERIFY(count(image, inBox, rgb(DOS::text())) > 0); // "[F5]" itself stays green
         if (box != fill)                                    // the box ends with "[F5]"
@@ -117,7 +103,6 @@ private slots:
         QTest::newRow("220 left") << 220 << false << 200.0;
         QTest::newRow("220 centred") << 220 << true << 200.0;
         QTest::newRow("21") << 21 << false << 1.0;
-        QTest::newRow("20, no room") << 20 << false << 0.0;
         QTest::newRow("12 centred, no room") << 12 << true << 0.0;
     }
 
@@ -139,22 +124,6 @@ private slots:
             QVERIFY2(qAbs(left - (219 - right)) <= 2, qPrintable(QString("%1..%2").arg(left).arg(right)));
         else if (frameWidth == 220)
             QVERIFY(left >= 10 && left <= 14); // 10, plus the bearing of "["
-    }
-
-    void popupArrowPointsDown() {
-        DOSPopup popup;
-        popup.addItem("TODOS OS GÊNEROS");
-        popup.resize(260, 30);
-        const QImage image = render::of(popup);
-        QCOMPARE(image.pixel(5, 5), rgb(DOS::ink()));
-        QCOMPARE(image.pixel(0, 0), rgb(DOS::border()));
-        // Ten wide at the top (y = 12), down to a point (y = 16), 15 from the right edge.
-        const auto [topLeft, topRight] = columnSpan(image, QRect(230, 12, 30, 1), rgb(DOS::text()));
-        QCOMPARE(topRight - topLeft + 1, 10);
-        const auto [tipLeft, tipRight] = columnSpan(image, QRect(230, 16, 30, 1), rgb(DOS::text()));
-        QVERIFY(tipLeft > 0 && tipRight - tipLeft <= 2);
-        QVERIFY(qAbs((tipLeft + tipRight) / 2 - (260 - 15)) <= 1);
-        QVERIFY(count(image, QRect(10, 3, 200, 24), rgb(DOS::text())) > 0); // the title
     }
 
     void searchFieldTextStartsAfterMagnifier() {
@@ -205,7 +174,7 @@ private slots:
         QCOMPARE(count(image, qRgb(255 - 0, 255 - 2, 255 - 5)), 0);
     }
 
-    void tableHeaderGridAndSelection() {
+    void tableHeaderAndSelection() {
         QStandardItemModel model(3, 2);
         model.setHorizontalHeaderLabels({"CÓDIGO", "FILME"});
         for (int row = 0; row < 3; ++row)
@@ -219,31 +188,15 @@ private slots:
         table.show();
         QVERIFY(QTest::qWaitForWindowExposed(&table));
 
-        // Header: framed cells on ink, the title 7 pixels in, tall enough for the font.
-        DOSHeader* header = table.header();
-        QVERIFY(header->height() >= QFontMetrics(DOS::font(14)).height() + 8);
-        QImage image = render::of(*header);
-        QCOMPARE(image.pixel(0, 0), rgb(DOS::border()));
-        QCOMPARE(image.pixel(119, 5), rgb(DOS::border())); // end of the first section
-        QCOMPARE(image.pixel(3, 3), rgb(DOS::ink()));
-        const int first = columnSpan(image, QRect(1, 1, 110, header->height() - 2), rgb(DOS::text())).first;
-        QVERIFY(first >= 7 && first <= 9);
-
-        // Grid: vertical lines down to the bottom, below the rows; none between rows.
+        // The header is tall enough for its font.
+        QVERIFY(table.header()->height() >= QFontMetrics(DOS::font(14)).height() + 8);
+        // A selected row shows black labels on green; deselected, green on navy.
         const auto viewport = [&] {
             return table.viewport()->grab().toImage().convertToFormat(QImage::Format_ARGB32);
         };
-        const int rowTop = table.rowViewportPosition(1);
-        image = viewport();
-        QCOMPARE(image.pixel(119, 10), rgb(DOS::border()));
-        QCOMPARE(image.pixel(119, 150), rgb(DOS::border()));
-        QCOMPARE(image.pixel(110, rowTop - 1), rgb(DOS::blue()));
-        QCOMPARE(image.pixel(110, rowTop), rgb(DOS::blue()));
-
-        // A selected row shows black labels on green; deselected, green on navy.
-        const QRect row1(2, rowTop + 1, 260, 32);
+        const QRect row1(2, table.rowViewportPosition(1) + 1, 260, 32);
         table.selectRow(1);
-        image = viewport();
+        QImage image = viewport();
         QVERIFY(count(image, row1, qRgb(0, 0, 0)) > 20);
         QVERIFY(count(image, row1, rgb(DOS::selection())) > row1.width() * row1.height() / 2);
         QCOMPARE(count(image, row1, rgb(DOS::blue())), 0);

@@ -65,7 +65,6 @@ private slots:
         QTest::newRow("grey 0.75") << 0.75f << 0.75f << 0.75f << true;
         QTest::newRow("one component 0.74") << 0.74f << 0.75f << 0.75f << false;
         QTest::newRow("mean reaches 0.75") << 1.0f << 1.0f << 0.25f << true;
-        QTest::newRow("pure green") << 0.0f << 1.0f << 0.0f << false;
     }
 
     void threshold() {
@@ -89,33 +88,6 @@ private slots:
         for (int k = 0; k < 4; ++k)
             QCOMPARE(target[k], expected);
         QCOMPARE(strokes.pixel(0, 0), 0u); // black stays transparent
-    }
-
-    void fittedStrokesKeepEveryStrokeWhite_data() {
-        QTest::addColumn<QSize>("source");
-        QTest::addColumn<QPoint>("stroke"); // a single lit pixel of the source
-        QTest::addColumn<QSize>("fitted");
-        QTest::addColumn<QPoint>("expected");
-        // Odd positions are the ones that picking every other pixel loses.
-        QTest::newRow("halved, odd pixel") << QSize(128, 128) << QPoint(37, 101) << QSize(64, 64) << QPoint(18, 50);
-        QTest::newRow("two thirds, wide") << QSize(96, 48) << QPoint(95, 1) << QSize(64, 32) << QPoint(63, 0);
-        QTest::newRow("enlarged") << QSize(32, 32) << QPoint(1, 2) << QSize(64, 64) << QPoint(3, 5);
-    }
-
-    void fittedStrokesKeepEveryStrokeWhite() {
-        QFETCH(QSize, source);
-        QFETCH(QPoint, stroke);
-        QFETCH(QSize, fitted);
-        QFETCH(QPoint, expected);
-        QImage strokes(source, QImage::Format_RGBA8888);
-        strokes.fill(Qt::transparent);
-        strokes.setPixel(stroke, qRgba(255, 255, 255, 255));
-        const QImage result = DOS::fittedStrokes(strokes, 64);
-        QCOMPARE(result.size(), fitted);
-        QVERIFY(white(result, expected.x(), expected.y()));
-        for (int y = 0; y < result.height(); ++y)
-            for (int x = 0; x < result.width(); ++x)
-                QVERIFY(result.pixel(x, y) == 0u || white(result, x, y));
     }
 
     void dialogIconFitsAsPureStrokes() {

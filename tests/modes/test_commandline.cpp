@@ -35,19 +35,13 @@ class TestCommandLine : public QObject {
     Q_OBJECT
 
 private slots:
-    void selfTest_data() {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::newRow("alone") << QStringList{QStringLiteral("--self-test")};
-        QTest::newRow("wins over preview") << QStringList{QStringLiteral("--preview"), QStringLiteral("--self-test")};
-    }
     void selfTest() {
-        QFETCH(QStringList, arguments);
         QTemporaryDir temporary;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("TMPDIR"), temporary.path());
         environment.insert(QStringLiteral("CINEFITA_DATA_DIR"), temporary.filePath(QStringLiteral("dados")));
 
-        const Run result = run(arguments, QString(), environment);
+        const Run result = run({QStringLiteral("--self-test")}, QString(), environment);
         QCOMPARE(QString::fromUtf8(result.err), QString());
         QCOMPARE(result.exitCode, 0);
         QCOMPARE(

@@ -107,16 +107,6 @@ private slots:
         QFETCH(QStringList, expected);
         QCOMPARE(::genreParts(genre), expected);
     }
-
-    void activeRecords() {
-        Store store;
-        store.films = films({"A", "B", "C"});
-        store.films[0].deleted = true;
-        store.films[2].deleted = false;
-        store.customers = {{.id = "x"}, {.id = "y", .deleted = true}};
-        QCOMPARE(ids(activeFilms(store)), (QStringList{"1", "2"}));
-        QCOMPARE(activeCustomers(store), QList<Customer>{store.customers[0]});
-    }
 };
 
 QTEST_APPLESS_MAIN(TestSearch)

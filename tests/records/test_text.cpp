@@ -22,7 +22,6 @@ private slots:
         QTest::newRow("negative") << "-1" << qint64(-1);
         QTest::newRow("third decimal") << "1.001" << qint64(-1);
         QTest::newRow("over by a centavo") << "1000000,01" << qint64(-1);
-        QTest::newRow("trailing word") << "5,50 reais" << qint64(-1);
         QTest::newRow("thousands point") << "1.000,50" << qint64(-1);
         QTest::newRow("line break kept") << "5\n" << qint64(-1);
         QTest::newRow("non-ASCII digit") << "\u0665" << qint64(-1);

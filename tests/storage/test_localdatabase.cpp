@@ -33,27 +33,6 @@ class TestLocalDatabase : public QObject {
 private slots:
     void init() { QFile::remove(path()); }
 
-    void newFileLoadsNothing() {
-        LocalDatabase database(path());
-        QVERIFY(!database.load());
-        QVERIFY(QFile::exists(path()));
-    }
-
-    void savesKeepThePreviousDocument() {
-        {
-            LocalDatabase database(path());
-            database.save(storeNamed("Primeira"));
-            RawDatabase raw(path());
-            QVERIFY(!raw.payload("previous_state"));
-            database.save(storeNamed("Segunda"));
-        }
-        RawDatabase raw(path());
-        QCOMPARE(raw.payload("previous_state"), encodeStore(storeNamed("Primeira")));
-        QCOMPARE(raw.payload("state"), encodeStore(storeNamed("Segunda")));
-        LocalDatabase reopened(path());
-        QCOMPARE(reopened.load(), std::optional(storeNamed("Segunda")));
-    }
-
     void failedSaveRollsBackBothRows() {
         LocalDatabase database(path());
         database.save(storeNamed("Primeira"));
@@ -72,9 +51,9 @@ private slots:
         QCOMPARE(database.load()->locadoraName, std::optional<QString>("Quarta"));
     }
 
-    void lockedDatabaseFailsAfterWaiting() {
+    // Another process's write lock is waited out for the busy timeout before the save gives up.
+    void lockedDatabaseWaitsBeforeFailing() {
         LocalDatabase database(path(), 100);
-        database.save(storeNamed("Primeira"));
         RawDatabase other(path());
         QVERIFY(other.exec("BEGIN IMMEDIATE;"));
         QElapsedTimer waited;
@@ -82,9 +61,6 @@ private slots:
         QCOMPARE(failureOf([&] { database.save(storeNamed("Segunda")); }),
                  QString("Falha no banco local: database is locked"));
         QVERIFY(waited.elapsed() >= 100);
-        QVERIFY(other.exec("ROLLBACK;"));
-        QCOMPARE(other.payload("state"), encodeStore(storeNamed("Primeira")));
-        QVERIFY(!other.payload("previous_state"));
     }
 
     // Large pages on new files and, once, on files made with small ones; a file
@@ -133,7 +109,6 @@ private slots:
         QTest::addColumn<bool>("jsonError");
         const QByteArray schema = LocalDatabase::schema;
         QTest::newRow("payload not JSON") << schema + "INSERT INTO state VALUES(1,'{oops');" << true;
-        QTest::newRow("payload not a store") << schema + "INSERT INTO state VALUES(1,'{\"films\":[]}');" << true;
         QTest::newRow("payload a blob") << schema + "INSERT INTO state VALUES(1,x'00');" << true;
         // A table made by hand without NOT NULL: the schema script leaves it as it is.
         QTest::newRow("payload null") << QByteArray("CREATE TABLE state (id INTEGER PRIMARY KEY, payload TEXT);"
@@ -159,11 +134,6 @@ private slots:
             QCOMPARE(error.description(), QString("Banco local inválido."));
         }
         QCOMPARE(fileBytes(), fileBefore);
-    }
-
-    void missingFolderCannotBeOpened() {
-        QCOMPARE(failureOf([&] { LocalDatabase(dir.filePath("no/such/folder/cinefita.sqlite")); }),
-                 QString("Não foi possível abrir o banco local."));
     }
 
     void notADatabaseFailsOnTheSchema() {
