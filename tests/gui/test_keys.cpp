@@ -1,12 +1,10 @@
 #include "gui/GuiSupport.h"
 
-#include "app/MatchList.h"
 #include "app/RecordForm.h"
 #include "look/DOSField.h"
 #include "look/DOSTable.h"
 #include "storage/LocalDatabase.h"
 
-#include <QTableView>
 #include <QTemporaryDir>
 
 namespace {
@@ -38,12 +36,6 @@ struct Keyboard {
         return focused() == control;
     }
     DOSField* field(const QString& key) const { return app->screen.formView->fields().value(key); }
-    DOSButton* action(const QString& title) const {
-        for (DOSButton* button : app->screen.actionButtons)
-            if (button->text() == title)
-                return button;
-        return nullptr;
-    }
     Store saved() const { return *LocalDatabase(dir.filePath("cinefita.sqlite")).load(); }
 };
 
@@ -65,7 +57,6 @@ private slots:
     void ringWrapsBothWays_data();
     void ringWrapsBothWays();
     void lastMenuEntryWrapsAndChangesScreen();
-    void lettersTypeInsideFields();
     void rentalDropDownWalk();
     void nothingActsBehindDialog();
     void operatorsDayByKeysOnly();
@@ -109,17 +100,6 @@ void KeysTest::lastMenuEntryWrapsAndChangesScreen() {
     QCOMPARE(keys.app->section, keys.app->navButtons[1]->tag());
 }
 
-void KeysTest::lettersTypeInsideFields() {
-    Keyboard keys;
-    QVERIFY(keys.open());
-    keys.press(Qt::Key_F1);
-    keys.type("fcx");
-    QCOMPARE(keys.field("name")->text(), "fcx");
-    QVERIFY(keys.app->screen.formView != nullptr);
-    keys.press(Qt::Key_F8); // no action: the form stays
-    QCOMPARE(keys.focused(), keys.field("name"));
-}
-
 void KeysTest::rentalDropDownWalk() {
     Keyboard keys;
     QVERIFY(keys.open(twoFilmsTwoCustomers()));
@@ -159,7 +139,7 @@ void KeysTest::operatorsDayByKeysOnly() {
     Keyboard keys;
     QVERIFY(keys.open());
     keys.press(Qt::Key_F1);
-    keys.type("ALIEN");
+    keys.type("FLASH"); // shortcut letters, typed into the field
     QVERIFY(keys.tabTo(keys.field("genre")));
     keys.type("Terror");
     keys.press(Qt::Key_Return);
@@ -177,7 +157,7 @@ void KeysTest::operatorsDayByKeysOnly() {
     keys.type("0001");
     QVERIFY(keys.tabTo(keys.field("clientCode")));
     keys.type("0001");
-    QVERIFY(keys.tabTo(keys.action("SALVAR")));
+    QVERIFY(keys.tabTo(keys.app->screen.actionButtons.last())); // SALVAR
     keys.press(Qt::Key_Space);
 
     keys.press(Qt::Key_F5);
@@ -192,14 +172,13 @@ void KeysTest::operatorsDayByKeysOnly() {
 
     for (const Store& store : {keys.app->store, keys.saved()}) {
         QCOMPARE(store.films.size(), 1);
+        QCOMPARE(store.films[0].title, "FLASH");
         QCOMPARE(store.customers.size(), 1);
         QCOMPARE(store.customers[0].phone, "(11) 987654321");
         QCOMPARE(store.rentals.size(), 1);
         const Rental& rental = store.rentals[0];
         QVERIFY(rental.film == store.films[0].id && rental.customer == store.customers[0].id);
-        QCOMPARE(rental.fine, 0);
-        QCOMPARE(rental.rewound, false);
-        QCOMPARE(rental.rewindFee, 100);
+        QVERIFY(rental.fine == 0 && rental.rewound == false && rental.rewindFee == 100);
         QCOMPARE(store.entries.size(), 2);
         QCOMPARE(store.entries[0].amount + store.entries[1].amount, rental.price + 100);
     }
