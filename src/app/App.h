@@ -42,6 +42,7 @@ struct ScreenWidgets {
     QList<DOSButton*> actionButtons; // the action row(s), in order
     QList<DOSButton*> tabs;
     DOSButton* importButton = nullptr;
+    DOSButton* createButton = nullptr; // the customer list's CADASTRAR
     DOSPopup* genrePopup = nullptr;
     DOSButton* sortButton = nullptr;
     RecordForm* formView = nullptr;
@@ -95,10 +96,12 @@ public:
     std::optional<int> focusedIndex(const QList<QWidget*>& controls, QWidget* inWindow) const;
     bool handleKeyboard(QKeyEvent* event, const QList<QWidget*>& controls, QWidget* inWindow);
     bool handleClipboard(QKeyEvent* event, QWidget* inWindow);
+    QList<QWidget*> mainControls() const; // the main screen's Tab ring
 
     // ---- Keys (AppKeys.cpp) ------------------------------------------------
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool mainKey(QKeyEvent* event);
+    bool shouldFinalizeRecord(const QKeyEvent* event) const;
 
     // ---- Screens of the other sections (one file each) ---------------------
     void showTable();          // AppLists.cpp

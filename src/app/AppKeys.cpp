@@ -2,13 +2,19 @@
 
 #include "app/MatchList.h"
 #include "app/RecordForm.h"
+#include "app/ShellViews.h"
+#include "look/DOSButton.h"
 #include "look/DOSField.h"
+#include "look/DOSSearchField.h"
+#include "look/DOSTable.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QTableView>
+#include <algorithm>
+#include <array>
 
 namespace {
 
@@ -33,6 +39,15 @@ bool isProgramMenuKey(const QKeyEvent* event) {
 }
 
 constexpr Qt::KeyboardModifiers commandKeys = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+
+// Sections opened by a letter when no text is being edited.
+const std::array<std::pair<QLatin1StringView, int>, 5> letterSections = {{
+    {QLatin1StringView("f"), Section::films},
+    {QLatin1StringView("c"), Section::customers},
+    {QLatin1StringView("l"), Section::rental},
+    {QLatin1StringView("a"), Section::rented}, // late rentals only
+    {QLatin1StringView("x"), Section::cash},
+}};
 
 // A key press travels from the focus widget up through its parents, and an
 // application filter sees it at every step: act only where it starts.
@@ -81,8 +96,17 @@ bool App::eventFilter(QObject* watched, QEvent* event) {
 
 bool App::mainKey(QKeyEvent* event) {
     ++keyMapRuns;
-    if (isFunctionKey(event->key()) && !(event->modifiers() & commandKeys)) {
-        switch (event->key()) {
+    const int key = event->key();
+    const bool commandHeld = event->modifiers() & commandKeys;
+    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    QWidget* focused = window != nullptr ? window->focusWidget() : nullptr;
+
+    if (key == Qt::Key_F && (event->modifiers() & Qt::ControlModifier)) {
+        focus(search);
+        return true;
+    }
+    if (isFunctionKey(key) && !commandHeld) {
+        switch (key) {
         case Qt::Key_F1:
             navigate(Section::films);
             showCreate();
@@ -112,11 +136,88 @@ bool App::mainKey(QKeyEvent* event) {
             break; // F8 has no action
         }
     }
+    if (key == Qt::Key_Escape) {
+        exitProgram();
+        return true;
+    }
+    if (handleKeyboard(event, mainControls(), window))
+        return true;
+    // Focus may have moved under a clipboard key; read it again.
+    focused = window != nullptr ? window->focusWidget() : nullptr;
+
+    if (!isTextView(focused) && !commandHeld) {
+        const QString letter = event->text().toLower();
+        const auto shortcut = std::find_if(letterSections.cbegin(), letterSections.cend(),
+                                           [&letter](const auto& entry) { return letter == entry.first; });
+        if (!letter.isEmpty() && shortcut != letterSections.cend()) {
+            navigate(shortcut->second);
+            if (letter == QStringLiteral("a")) {
+                onlyLate = true;
+                reloadTable();
+            }
+            return true;
+        }
+    }
+
+    const bool vertical = key == Qt::Key_Down || key == Qt::Key_Up;
+    if (focused != nullptr && focused == menuHeading && vertical && !navButtons.isEmpty()) {
+        DOSButton* target = key == Qt::Key_Down ? navButtons.first() : navButtons.last();
+        if (target->tag() == MenuCommand::newFilm) {
+            navigate(Section::films);
+            showCreate();
+        } else {
+            focus(target);
+        }
+        return true;
+    }
+    const QList<QWidget*> entries(navButtons.cbegin(), navButtons.cend());
+    if (const std::optional<int> current = focusedIndex(entries, window)) {
+        const int count = int(navButtons.size());
+        if (vertical) {
+            DOSButton* target = navButtons[(*current + (key == Qt::Key_Down ? 1 : count - 1)) % count];
+            if (target->tag() == MenuCommand::newFilm) {
+                navigate(Section::films);
+                showCreate();
+                focus(target);
+            } else if (target->tag() < MenuCommand::suggestion) {
+                navigate(target->tag()); // the selection and the screen move together
+            } else {
+                focus(target);
+            }
+            return true;
+        }
+        if (key == Qt::Key_Right) {
+            const QList<QWidget*> ring = mainControls();
+            const QList<QWidget*> form = screen.formView != nullptr ? screen.formView->controls() : QList<QWidget*>();
+            const auto first = std::find_if(form.cbegin(), form.cend(), [&ring](QWidget* control) {
+                return ring.contains(control); // editable ones only
+            });
+            if (first != form.cend())
+                focus(*first);
+            else
+                focus(table);
+            return true;
+        }
+    }
+    if (shouldFinalizeRecord(event)) {
+        saveRecord();
+        return true;
+    }
+    if (focused != nullptr && focused == table) {
+        if (key == Qt::Key_Left) {
+            for (DOSButton* entry : navButtons)
+                if (entry->tag() == section)
+                    focus(entry);
+            return true;
+        }
+        if (enter && !screen.actionButtons.isEmpty()) {
+            screen.actionButtons.last()->click();
+            return true;
+        }
+    }
 
     // The rental screen's drop-downs: Down enters the list under the field, Enter picks.
-    QWidget* focused = window != nullptr ? window->focusWidget() : nullptr;
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (event->key() == Qt::Key_Down && qobject_cast<QLineEdit*>(focused) != nullptr) {
+    if (key == Qt::Key_Down && qobject_cast<QLineEdit*>(focused) != nullptr) {
         MatchList* matches = fieldTag(focused) == customerNameTag ? screen.clientMatches : screen.filmMatches;
         if (matches != nullptr && matches->isVisible()) {
             focus(matches->list());
@@ -134,4 +235,14 @@ bool App::mainKey(QKeyEvent* event) {
         }
     }
     return false;
+}
+
+// Enter in a single-line field of a customer or film form saves it; the synopsis
+// is not a single-line field, so there Enter starts a new line.
+bool App::shouldFinalizeRecord(const QKeyEvent* event) const {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool plain = !(event->modifiers() & (commandKeys | Qt::ShiftModifier));
+    const bool record = section == Section::customers || section == Section::films;
+    QWidget* focused = window != nullptr ? window->focusWidget() : nullptr;
+    return enter && plain && record && screen.formView != nullptr && qobject_cast<QLineEdit*>(focused) != nullptr;
 }

@@ -156,6 +156,7 @@ void App::render() {
             DOSButton* create = button(QStringLiteral("CADASTRAR"), std::bind_front(&App::showCreate, this));
             create->setFixedWidth(130);
             row->addWidget(create);
+            screen.createButton = create;
         }
         const bool alphabetical = section == Section::customers ? alphabeticalClients : alphabeticalFilms;
         screen.sortButton = button(alphabetical ? QStringLiteral("ORDEM: A–Z") : QStringLiteral("ORDEM: CÓDIGO"),

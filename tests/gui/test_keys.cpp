@@ -1,0 +1,188 @@
+#include "gui/GuiSupport.h"
+
+#include "app/RecordForm.h"
+#include "look/DOSField.h"
+#include "look/DOSTable.h"
+#include "storage/LocalDatabase.h"
+
+#include <QTemporaryDir>
+
+namespace {
+
+// The operator at the keyboard: every key goes to the focused widget of the real window.
+struct Keyboard {
+    QTemporaryDir dir;
+    TestApp app{dir.path()};
+
+    bool open(const Store& store = {}) {
+        LocalDatabase(dir.filePath("cinefita.sqlite")).save(store);
+        if (!app.launch())
+            return false;
+        press(Qt::Key_Return); // leaves the splash
+        return !app->showingSplash;
+    }
+    QWidget* focused() const { return app->window->focusWidget(); }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
+        QTest::keyClick(focused() != nullptr ? focused() : app->window, key, modifiers);
+        QCoreApplication::processEvents(); // as between two real key presses: new views are shown
+    }
+    void type(const QString& text) const {
+        QTest::keyClicks(focused(), text);
+        QCoreApplication::processEvents();
+    }
+    bool tabTo(const QWidget* control) const {
+        for (int step = 0; step < 40 && focused() != control; ++step)
+            press(Qt::Key_Tab);
+        return focused() == control;
+    }
+    DOSField* field(const QString& key) const { return app->screen.formView->fields().value(key); }
+    Store saved() const { return *LocalDatabase(dir.filePath("cinefita.sqlite")).load(); }
+};
+
+Store twoFilmsTwoCustomers() {
+    Store store;
+    store.films = {Film{.id = "F1", .title = "TUBARÃO", .genre = "Suspense", .copies = 1, .price = 500, .code = 1},
+                   Film{.id = "F2", .title = "TWISTER", .genre = "Ação", .copies = 1, .price = 500, .code = 2}};
+    store.customers = {Customer{.id = "C1", .name = "MARIA", .phone = "(11) 5555-0101", .code = 1},
+                       Customer{.id = "C2", .name = "MARCOS", .phone = "(11) 5555-0102", .code = 2}};
+    return store;
+}
+
+} // namespace
+
+class KeysTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void ringWrapsBothWays_data();
+    void ringWrapsBothWays();
+    void lastMenuEntryWrapsAndChangesScreen();
+    void rentalDropDownWalk();
+    void nothingActsBehindDialog();
+    void operatorsDayByKeysOnly();
+};
+
+void KeysTest::ringWrapsBothWays_data() {
+    QTest::addColumn<bool>("fromLast");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("toLast");
+    QTest::newRow("tab, nothing focused") << false << int(Qt::Key_Tab) << false;
+    QTest::newRow("shift-tab, nothing focused") << false << int(Qt::Key_Backtab) << false;
+    QTest::newRow("tab from the last") << true << int(Qt::Key_Tab) << false;
+    QTest::newRow("shift-tab from the heading") << false << int(Qt::Key_Backtab) << true;
+}
+
+void KeysTest::ringWrapsBothWays() {
+    QFETCH(bool, fromLast);
+    QFETCH(int, key);
+    QFETCH(bool, toLast);
+    Keyboard keys;
+    QVERIFY(keys.open());
+    const QList<QWidget*> ring = keys.app->mainControls();
+    if (fromLast)
+        QVERIFY(keys.tabTo(ring.last()));
+    else if (!toLast)
+        keys.focused()->clearFocus();
+    keys.press(Qt::Key(key), key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+    QCOMPARE(keys.focused(), toLast ? ring.last() : static_cast<QWidget*>(keys.app->menuHeading));
+}
+
+void KeysTest::lastMenuEntryWrapsAndChangesScreen() {
+    Keyboard keys;
+    QVERIFY(keys.open());
+    keys.press(Qt::Key_Up); // from the heading to the last entry
+    QCOMPARE(keys.focused(), keys.app->navButtons.last());
+    keys.press(Qt::Key_Down);
+    QCOMPARE(keys.focused(), keys.app->navButtons.first());
+    QCOMPARE(keys.app->section, int(Section::films));
+    QVERIFY(keys.app->screen.formView != nullptr && keys.app->navButtons.first()->isOn());
+    keys.press(Qt::Key_Down);
+    QCOMPARE(keys.app->section, keys.app->navButtons[1]->tag());
+}
+
+void KeysTest::rentalDropDownWalk() {
+    Keyboard keys;
+    QVERIFY(keys.open(twoFilmsTwoCustomers()));
+    keys.press(Qt::Key_F3);
+    keys.press(Qt::Key_Right);
+    QVERIFY(keys.tabTo(keys.field("film")));
+    keys.type("t");
+    for (Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up}) // into the list, last, first
+        keys.press(key);
+    keys.press(Qt::Key_Return);
+    QCOMPARE(keys.app->rentalFilm, "F1");
+    QCOMPARE(keys.focused(), keys.field("client"));
+    keys.type("marc");
+    keys.press(Qt::Key_Down);
+    keys.press(Qt::Key_Return);
+    QCOMPARE(keys.app->rentalCustomer, "C2");
+    QCOMPARE(keys.focused(), keys.field("start"));
+    keys.press(Qt::Key_Tab); // DEVOLUÇÃO is shown, never edited
+    QCOMPARE(keys.focused(), keys.field("fine"));
+}
+
+void KeysTest::nothingActsBehindDialog() {
+    Keyboard keys;
+    QVERIFY(keys.open(twoFilmsTwoCustomers()));
+    DialogAnswerer suggestion([&keys](StyledDialog* dialog) {
+        QTest::keyClick(keys.focused(), Qt::Key_F2);
+        QTest::keyClick(keys.focused(), Qt::Key_Escape);
+        DialogAnswerer::pressKey(Qt::Key_Return)(dialog);
+    });
+    keys.press(Qt::Key_F7);
+    QVERIFY(suggestion.answered());
+    QCOMPARE(keys.app->section, int(Section::home));
+    QCOMPARE(keys.app.terminations, 0);
+}
+
+void KeysTest::operatorsDayByKeysOnly() {
+    Keyboard keys;
+    QVERIFY(keys.open());
+    keys.press(Qt::Key_F1);
+    keys.type("FLASH"); // shortcut letters, typed into the field
+    QVERIFY(keys.tabTo(keys.field("genre")));
+    keys.type("Terror");
+    keys.press(Qt::Key_Return);
+
+    keys.press(Qt::Key_F2);
+    QVERIFY(keys.tabTo(keys.app->screen.createButton));
+    keys.press(Qt::Key_Space);
+    keys.type("ANA");
+    QVERIFY(keys.tabTo(keys.field("phone")));
+    keys.type("11987654321");
+    keys.press(Qt::Key_Return);
+
+    keys.press(Qt::Key_F3);
+    keys.press(Qt::Key_Right);
+    keys.type("0001");
+    QVERIFY(keys.tabTo(keys.field("clientCode")));
+    keys.type("0001");
+    QVERIFY(keys.tabTo(keys.app->screen.actionButtons.last())); // SALVAR
+    keys.press(Qt::Key_Space);
+
+    keys.press(Qt::Key_F5);
+    QVERIFY(keys.tabTo(keys.app->table));
+    DialogAnswerer details(DialogAnswerer::pressKey(Qt::Key_Return));
+    keys.press(Qt::Key_Return); // SELECIONAR, then on to the returns list
+    QVERIFY(details.answered());
+    QCOMPARE(keys.app->section, int(Section::returns));
+    DialogAnswerer rewind(DialogAnswerer::pressKey(Qt::Key_N));
+    keys.press(Qt::Key_Return); // FINALIZAR
+    QVERIFY(rewind.answered());
+
+    for (const Store& store : {keys.app->store, keys.saved()}) {
+        QCOMPARE(store.films.size(), 1);
+        QCOMPARE(store.films[0].title, "FLASH");
+        QCOMPARE(store.customers.size(), 1);
+        QCOMPARE(store.customers[0].phone, "(11) 987654321");
+        QCOMPARE(store.rentals.size(), 1);
+        const Rental& rental = store.rentals[0];
+        QVERIFY(rental.film == store.films[0].id && rental.customer == store.customers[0].id);
+        QVERIFY(rental.fine == 0 && rental.rewound == false && rental.rewindFee == 100);
+        QCOMPARE(store.entries.size(), 2);
+        QCOMPARE(store.entries[0].amount + store.entries[1].amount, rental.price + 100);
+    }
+}
+
+QTEST_MAIN(KeysTest)
+#include "test_keys.moc"

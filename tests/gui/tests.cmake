@@ -1,0 +1,6 @@
+# The program's own screen and typing self-check, run as the operator would run it.
+# Each line is printed only after its checks held (a failure prints to stderr and exits 1).
+cinefita_add_test_run(editing_test_mode cinefita --editing-test)
+set_tests_properties(editing_test_mode PROPERTIES
+    PASS_REGULAR_EXPRESSION "(PASS: native copy/paste in actual AppKit field editor|SKIP: sandbox clipboard service unavailable; native selection shortcut verified)\nPASS: synopsis wraps long text inside resized viewport\nPASS: Enter finalizes fields, multiline Enter inserts line, genre filter and lifetime reports\nPASS: live search by accented name and code, clearing restores rows\nPASS: rental APAGAR clears all inputs without changing saved rentals\nPASS: menu arrows move active yellow selection, change screen and wrap\nPASS: customer editing in real scroll form remains wide and visible before Enter\nPASS: long recommendation and error messages use a bounded scrollable popup\nPASS: labels restricted to individual film; card restricted to opened client and film registration has only SALVAR, without tabs\nPASS: actual AppKit typing, rental fields, phone, edit button and repeated field-editor lookups\n"
+    FAIL_REGULAR_EXPRESSION "ERROR: AddressSanitizer|LeakSanitizer|runtime error")
