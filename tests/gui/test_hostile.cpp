@@ -13,6 +13,9 @@
 namespace {
 
 const QStringList targets = {"film", "customer", "rental", "cash", "shop name"};
+const QHash<QString, int> formSections = {
+    {"film", Section::films}, {"customer", Section::customers}, {"rental", Section::rental}};
+const QHash<QString, QString> storedBefore = {{"film", "TUBARÃO"}, {"customer", "ANA"}}; // the last of each
 
 struct Hostile {
     const char* name;
@@ -68,10 +71,8 @@ private slots:
         const bool refused = text.isEmpty() || target == "rental" || (target == "shop name" && !fitsShopName);
         QString stored;
 
-        if (target == "film" || target == "customer" || target == "rental") {
-            app->navigate(target == "film"       ? Section::films
-                          : target == "customer" ? Section::customers
-                                                 : Section::rental);
+        if (formSections.contains(target)) {
+            app->navigate(formSections.value(target));
             if (target != "rental")
                 app->recordScreen(std::nullopt);
             DOSField* field = app->screen.formView->fields().value(target == "rental" ? "film" : "name");
@@ -106,10 +107,7 @@ private slots:
                 QCOMPARE(app->window->windowTitle(), "CINEFITA — " + text);
         }
         if (target != "rental")
-            QCOMPARE(stored, refused ? QString(target == "film"       ? "TUBARÃO"
-                                               : target == "customer" ? "ANA"
-                                                                      : "")
-                                     : text);
+            QCOMPARE(stored, refused ? storedBefore.value(target) : text);
         QCOMPARE(saved(), app->store); // what is shown is what the database holds
     }
 };
