@@ -32,6 +32,10 @@ int App::styledModal(ModalAlert alert) {
     QPointer<StyledDialog> dialog = new StyledDialog(std::move(alert), window);
     const int answer = dialog->run();
     delete dialog.data();
+    // Without a window manager nothing hands the activation back, and the menu's
+    // Ctrl shortcuts only reach an active window.
+    if (window != nullptr && window->isVisible())
+        window->activateWindow();
     return answer;
 }
 

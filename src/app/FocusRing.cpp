@@ -25,6 +25,9 @@ void focus(QWidget* view) {
     if (view == nullptr)
         return;
     view->setFocus(Qt::OtherFocusReason);
+    // A field reached by the ring holds its whole text selected, so typing replaces it.
+    if (auto* field = qobject_cast<QLineEdit*>(view))
+        field->selectAll();
     if (auto* items = qobject_cast<QAbstractItemView*>(view)) {
         QAbstractItemModel* model = items->model();
         QItemSelectionModel* selection = items->selectionModel();

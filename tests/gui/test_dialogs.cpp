@@ -178,6 +178,8 @@ private slots:
         QKeyEvent press(QEvent::KeyPress, key, Qt::KeyboardModifiers(modifiers));
         QCOMPARE(FocusRing::handleKeyboard(&press, widgets.mid(0, 3), &window), used);
         QCOMPARE(QApplication::focusWidget(), widgets[focusedAfter]);
+        if (used && focusedAfter == 0) // reached by the ring: typing replaces the whole text
+            QCOMPARE(qobject_cast<QLineEdit*>(widgets[0])->selectedText(), QStringLiteral("fita"));
         QCOMPARE(readOnly->toPlainText(), QStringLiteral("sinopse fixa"));
     }
 
