@@ -209,6 +209,7 @@ public:
     int searchRuns = 0;
 
 private:
+    void reactivateWindow();
     QVBoxLayout* bodyLayout() const;
     void clearBody();
     void buildMenuBar();

@@ -32,11 +32,15 @@ int App::styledModal(ModalAlert alert) {
     QPointer<StyledDialog> dialog = new StyledDialog(std::move(alert), window);
     const int answer = dialog->run();
     delete dialog.data();
-    // Without a window manager nothing hands the activation back, and the menu's
-    // Ctrl shortcuts only reach an active window.
+    reactivateWindow();
+    return answer;
+}
+
+// Without a window manager nothing hands the activation back when a dialog closes,
+// and the menu's Ctrl shortcuts only reach an active window.
+void App::reactivateWindow() {
     if (window != nullptr && window->isVisible())
         window->activateWindow();
-    return answer;
 }
 
 void App::prepareModalText(ModalAlert& alert) {

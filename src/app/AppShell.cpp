@@ -67,10 +67,14 @@ App::App(QStringList arguments, QObject* parent)
         return Instant::now();
     };
     chooseOpenFile = [this](const QString& caption, const QString& filter) {
-        return QFileDialog::getOpenFileName(window, caption, QString(), filter);
+        const QString path = QFileDialog::getOpenFileName(window, caption, QString(), filter);
+        reactivateWindow();
+        return path;
     };
     chooseSaveFile = [this](const QString& caption, const QString& proposedName, const QString& filter) {
-        return QFileDialog::getSaveFileName(window, caption, proposedName, filter);
+        const QString path = QFileDialog::getSaveFileName(window, caption, proposedName, filter);
+        reactivateWindow();
+        return path;
     };
     openPrintPage = [](const QString& path) {
         std::printf("%s\n", QDir::toNativeSeparators(path).toLocal8Bit().constData());
