@@ -1,13 +1,17 @@
 #pragma once
 
 #include "app/App.h"
+#include "app/RecordForm.h"
 #include "app/StyledDialog.h"
 #include "app/WrappingSynopsisView.h"
 #include "look/DOSButton.h"
+#include "look/DOSField.h"
+#include "storage/LocalDatabase.h"
 
 #include <QApplication>
 #include <QMainWindow>
 #include <QPointer>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <functional>
@@ -93,4 +97,26 @@ struct TestApp {
 
     std::unique_ptr<App> app;
     int terminations = 0;
+};
+
+// Types text into a widget key by key (keyClicks knows Latin-1 only).
+inline void typeText(QWidget* target, const QString& text) {
+    for (QChar letter : text)
+        QTest::sendKeyEvent(QTest::Click, target, Qt::Key_unknown, QString(letter), Qt::NoModifier);
+}
+
+// A data folder holding a store, and the program over it.
+struct ShopOnDisk {
+    explicit ShopOnDisk(Instant now = Instant{800000000}) : app(dir.path(), now) {}
+
+    // Saves the store and launches on the splash.
+    bool launch(const Store& store) {
+        LocalDatabase(dir.filePath("cinefita.sqlite")).save(store);
+        return app.launch();
+    }
+    Store saved() const { return *LocalDatabase(dir.filePath("cinefita.sqlite")).load(); }
+    DOSField* field(const QString& key) const { return app->screen.formView->fields().value(key); }
+
+    QTemporaryDir dir;
+    TestApp app;
 };

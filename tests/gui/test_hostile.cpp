@@ -1,11 +1,5 @@
 #include "gui/GuiSupport.h"
 
-#include "app/RecordForm.h"
-#include "look/DOSField.h"
-#include "storage/LocalDatabase.h"
-
-#include <QTemporaryDir>
-
 // Whatever an operator can type or paste into a screen is either refused as that
 // screen describes or stored and shown exactly as typed: nothing trimmed inside,
 // nothing escaped twice, no crash.
@@ -60,14 +54,10 @@ private slots:
         QFETCH(QString, target);
         QFETCH(QString, text);
         QFETCH(bool, fitsShopName);
-        QTemporaryDir dir;
-        TestApp app(dir.path());
-        QVERIFY(app.launch());
+        ShopOnDisk disk;
+        QVERIFY(disk.launch(shop()));
+        TestApp& app = disk.app;
         app->enterProgram();
-        QVERIFY(app->commit(shop()));
-        const auto saved = [&dir] {
-            return *LocalDatabase(dir.filePath("cinefita.sqlite")).load();
-        };
         const bool refused = text.isEmpty() || target == "rental" || (target == "shop name" && !fitsShopName);
         QString stored;
 
@@ -75,20 +65,20 @@ private slots:
             app->navigate(formSections.value(target));
             if (target != "rental")
                 app->recordScreen(std::nullopt);
-            DOSField* field = app->screen.formView->fields().value(target == "rental" ? "film" : "name");
+            DOSField* field = disk.field(target == "rental" ? "film" : "name");
             field->setText(text);
             app->controlTextDidChange(field);
             DialogAnswerer refusal(DialogAnswerer::pressKey(Qt::Key_Return));
             app->screen.actionButtons.last()->click(); // SALVAR / FINALIZAR
             const QString expected = target == "rental" ? "Selecione filme e cliente" : "Cadastro incompleto";
             QCOMPARE(refusal.seen().title, refused ? expected : QString());
-            stored = target == "film"       ? saved().films.last().title
-                     : target == "customer" ? saved().customers.last().name
+            stored = target == "film"       ? disk.saved().films.last().title
+                     : target == "customer" ? disk.saved().customers.last().name
                                             : QString();
             if (!refused) // the saved record opened again
                 app->recordScreen(target == "film" ? app->store.films.last().id : app->store.customers.last().id);
             // A refused form keeps what was typed.
-            QCOMPARE(app->screen.formView->fields().value(target == "rental" ? "film" : "name")->text(), text);
+            QCOMPARE(disk.field(target == "rental" ? "film" : "name")->text(), text);
         } else {
             const bool cash = target == "cash";
             DialogAnswerer answerer([&](StyledDialog* dialog) {
@@ -100,7 +90,7 @@ private slots:
             });
             cash ? app->cashEntry() : app->configureName();
             QVERIFY(answerer.answered());
-            const Store now = saved();
+            const Store now = disk.saved();
             stored = cash ? (now.entries.isEmpty() ? QString() : now.entries.last().description)
                           : now.locadoraName.value_or(QString());
             if (!cash && !refused)
@@ -108,7 +98,7 @@ private slots:
         }
         if (target != "rental")
             QCOMPARE(stored, refused ? storedBefore.value(target) : text);
-        QCOMPARE(saved(), app->store); // what is shown is what the database holds
+        QCOMPARE(disk.saved(), app->store); // what is shown is what the database holds
     }
 };
 

@@ -1,22 +1,13 @@
 #include "gui/GuiSupport.h"
 
-#include "app/RecordForm.h"
-#include "look/DOSField.h"
 #include "look/DOSTable.h"
-#include "storage/LocalDatabase.h"
-
-#include <QTemporaryDir>
 
 namespace {
 
 // The operator at the keyboard: every key goes to the focused widget of the real window.
-struct Keyboard {
-    QTemporaryDir dir;
-    TestApp app{dir.path()};
-
+struct Keyboard : ShopOnDisk {
     bool open(const Store& store = {}) {
-        LocalDatabase(dir.filePath("cinefita.sqlite")).save(store);
-        if (!app.launch())
+        if (!launch(store))
             return false;
         press(Qt::Key_Return); // leaves the splash
         return !app->showingSplash;
@@ -35,8 +26,6 @@ struct Keyboard {
             press(Qt::Key_Tab);
         return focused() == control;
     }
-    DOSField* field(const QString& key) const { return app->screen.formView->fields().value(key); }
-    Store saved() const { return *LocalDatabase(dir.filePath("cinefita.sqlite")).load(); }
 };
 
 Store twoFilmsTwoCustomers() {

@@ -66,8 +66,7 @@ Rows report(qint64 total) {
 
 void typeIntoSearch(App& app, const QString& text) {
     app.focus(app.search);
-    for (const QChar c : text) // keyClicks knows ASCII keys only
-        QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown, QString(c), Qt::NoModifier);
+    typeText(app.search, text);
 }
 
 } // namespace

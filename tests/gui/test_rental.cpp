@@ -1,16 +1,12 @@
 #include "gui/GuiSupport.h"
 
 #include "app/MatchList.h"
-#include "app/RecordForm.h"
-#include "look/DOSField.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
 #include "records/DateText.h"
 #include "records/MoneyText.h"
-#include "storage/LocalDatabase.h"
 
 #include <QTableView>
-#include <QTemporaryDir>
 
 namespace {
 
@@ -43,27 +39,22 @@ Store shop() {
     return store;
 }
 
-struct RentalShop {
-    QTemporaryDir dir;
-    TestApp app{dir.path(), now};
-
+struct RentalShop : ShopOnDisk {
+    RentalShop() : ShopOnDisk(now) {}
     bool open(const Store& store = shop()) {
-        LocalDatabase(dir.filePath("cinefita.sqlite")).save(store);
-        if (!app.launch())
+        if (!launch(store))
             return false;
         app->enterProgram();
         QTest::keyClick(app->window->focusWidget(), Qt::Key_F3);
         QCoreApplication::processEvents(); // the layout shows the new screen's views
         return app->screen.formView != nullptr;
     }
-    DOSField* field(const QString& key) const { return app->screen.formView->fields().value(key); }
     // Types as the operator does: into the focused field, replacing what it holds.
     void type(const QString& key, const QString& text) const {
         QLineEdit* target = key == "search" ? static_cast<QLineEdit*>(app->search) : field(key);
         app->focus(target);
         target->selectAll();
-        for (QChar letter : text) // keyClicks takes Latin-1 only
-            QTest::sendKeyEvent(QTest::Click, target, Qt::Key_unknown, QString(letter), Qt::NoModifier);
+        typeText(target, text);
     }
     void press(Qt::Key key) const { QTest::keyClick(QApplication::focusWidget(), key); }
     void click(const QString& action) const {
@@ -72,7 +63,6 @@ struct RentalShop {
                 return button->click();
         QFAIL(qPrintable("no action " + action));
     }
-    Store saved() const { return *LocalDatabase(dir.filePath("cinefita.sqlite")).load(); }
 };
 
 } // namespace
