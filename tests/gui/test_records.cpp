@@ -1,14 +1,9 @@
 #include "gui/GuiSupport.h"
 
-#include "app/RecordForm.h"
-#include "look/DOSField.h"
 #include "records/RentalRules.h"
-#include "storage/LocalDatabase.h"
 
 #include <QDir>
 #include <QLabel>
-#include <QTemporaryDir>
-#include <QTest>
 #include <algorithm>
 
 namespace {
@@ -52,33 +47,31 @@ private:
     // Presses the action button with that title; the dialog it raises (if any) is answered by keys.
     SeenDialog press(const QString& title, const DialogAnswerer::Answer& answer = {});
 
-    std::unique_ptr<QTemporaryDir> dir;
-    std::unique_ptr<TestApp> app;
+    App* app() const { return disk->app.app.get(); }
+
+    std::unique_ptr<ShopOnDisk> disk;
     QStringList opened;
 };
 
 void RecordsTest::init() {
-    app.reset();
-    dir = std::make_unique<QTemporaryDir>();
-    app = std::make_unique<TestApp>(dir->path());
+    disk = std::make_unique<ShopOnDisk>();
     opened.clear();
-    (*app)->openPrintPage = [this](const QString& path) {
+    app()->openPrintPage = [this](const QString& path) {
         opened.append(QFileInfo(path).fileName());
     };
-    QVERIFY(app->launch());
-    (*app)->enterProgram();
-    QVERIFY((*app)->commit(shop()));
+    QVERIFY(disk->launch(shop()));
+    app()->enterProgram();
 }
 
 void RecordsTest::open(int section, const QString& id) {
-    (*app)->navigate(section);
-    (*app)->editID = id.isEmpty() ? std::nullopt : std::optional(id);
-    (*app)->recordScreen((*app)->editID);
+    app()->navigate(section);
+    app()->editID = id.isEmpty() ? std::nullopt : std::optional(id);
+    app()->recordScreen(app()->editID);
 }
 
 SeenDialog RecordsTest::press(const QString& title, const DialogAnswerer::Answer& answer) {
     DialogAnswerer answerer(answer ? answer : DialogAnswerer::pressKey(Qt::Key_Return));
-    for (DOSButton* button : (*app)->screen.tabs + (*app)->screen.actionButtons)
+    for (DOSButton* button : app()->screen.tabs + app()->screen.actionButtons)
         if (button->text() == title)
             button->click();
     return answerer.seen();
@@ -104,16 +97,16 @@ void RecordsTest::formsAsOpened() {
     QFETCH(QString, code);
     open(section, id);
     QStringList shown;
-    for (const DOSButton* button : (*app)->screen.tabs + (*app)->screen.actionButtons)
+    for (const DOSButton* button : app()->screen.tabs + app()->screen.actionButtons)
         shown.append(button->text());
     QCOMPARE(shown, buttons);
-    QCOMPARE((*app)->screen.formView->value("code"), code);
-    DOSField* name = (*app)->screen.formView->fields().value("name");
+    QCOMPARE(app()->screen.formView->value("code"), code);
+    DOSField* name = disk->field("name");
     QCOMPARE(QApplication::focusWidget(), name);
     QCOMPARE(name->isReadOnly(), !id.isEmpty());
     press("EDITAR");
     QVERIFY(!name->isReadOnly());
-    QCOMPARE((*app)->screen.formView->fields().value("code")->isReadOnly(), section == Section::films);
+    QCOMPARE(disk->field("code")->isReadOnly(), section == Section::films);
 }
 
 const QString incomplete = "Cadastro incompleto: Informe um código numérico positivo e o nome.";
@@ -146,38 +139,39 @@ void RecordsTest::refusals_data() {
 void RecordsTest::refusals() {
     QFETCH(int, row);
     const Refusal& c = refusalCases[row];
+    const Store before = app()->store;
     open(c.section, c.id);
-    (*app)->enableEdit();
+    app()->enableEdit();
     for (const QString& edit : c.edits.split(';', Qt::SkipEmptyParts))
-        (*app)->screen.formView->fields().value(edit.section('=', 0, 0))->setText(edit.section('=', 1));
+        disk->field(edit.section('=', 0, 0))->setText(edit.section('=', 1));
     const SeenDialog seen = press(c.section == Section::films ? "SALVAR" : "FINALIZAR");
     QCOMPARE(seen.title + ": " + seen.text, c.dialog);
-    QCOMPARE((*app)->store, shop());
-    QVERIFY((*app)->screen.formView != nullptr); // the form keeps what was typed
+    QCOMPARE(app()->store, before);
+    QVERIFY(app()->screen.formView != nullptr); // the form keeps what was typed
 }
 
 void RecordsTest::savedTextsAreNormalised() {
     open(Section::films);
     const auto set = [this](const char* key, const QString& text) {
-        (*app)->screen.formView->fields().value(key)->setText(text);
+        disk->field(key)->setText(text);
     };
     set("name", "TUBARÃO 2");
     set("genre", "acao, Drama,  ACAO ,Cult");
     set("release", " Lancamento ");
     press("SALVAR");
-    QCOMPARE((*app)->store.films.last().genre, QStringLiteral("Ação, Drama, Cult"));
-    QVERIFY((*app)->store.films.last().release.value_or(false));
+    QCOMPARE(app()->store.films.last().genre, QStringLiteral("Ação, Drama, Cult"));
+    QVERIFY(app()->store.films.last().release.value_or(false));
 
     open(Section::customers);
     QTest::keyClicks(QApplication::focusWidget(), "MARIA");
-    DOSField* phone = (*app)->screen.formView->fields().value("phone");
+    DOSField* phone = disk->field("phone");
     phone->setFocus();
     QTest::keyClicks(phone, "11 9876-54321");
     QCOMPARE(phone->text(), QStringLiteral("(11) 987654321"));
     set("state", "sp");
     set("zip", "01310-100");
     press("FINALIZAR");
-    const Customer saved = LocalDatabase(QDir(dir->path()).filePath("cinefita.sqlite")).load()->customers.last();
+    const Customer saved = disk->saved().customers.last();
     QCOMPARE(QStringList({saved.name, saved.phone, *saved.state, *saved.zip}),
              QStringList({"MARIA", "(11) 987654321", "SP", "01310100"}));
 }
@@ -185,9 +179,9 @@ void RecordsTest::savedTextsAreNormalised() {
 void RecordsTest::deleteIsGuardedThenRestored() {
     open(Section::customers, "C12");
     QCOMPARE(press("APAGAR").title, QStringLiteral("Cadastro em uso"));
-    QVERIFY((*app)->commit(returnedStore((*app)->store, "R1", true, Instant{800000000})));
+    QVERIFY(app()->commit(returnedStore(app()->store, "R1", true, Instant{800000000})));
     QCOMPARE(press("APAGAR").title, QStringLiteral("Apagar cadastro?"));
-    QVERIFY((*app)->store.customers.first().deleted.value_or(false));
+    QVERIFY(app()->store.customers.first().deleted.value_or(false));
 
     const auto restore = [this](const QString& kind, const QString& code) {
         std::unique_ptr<DialogAnswerer> notFound;
@@ -199,12 +193,12 @@ void RecordsTest::deleteIsGuardedThenRestored() {
             notFound = std::make_unique<DialogAnswerer>(DialogAnswerer::pressKey(Qt::Key_Return));
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         });
-        (*app)->restoreRecord();
+        app()->restoreRecord();
         return notFound->seen().title;
     };
     QCOMPARE(restore("FILME", "12"), QStringLiteral("Não encontrado"));
     QCOMPARE(restore("cliente", "0012"), QString());
-    QVERIFY(!(*app)->store.customers.first().deleted.value_or(false));
+    QVERIFY(!app()->store.customers.first().deleted.value_or(false));
 }
 
 void RecordsTest::labelSize_data() {
@@ -233,7 +227,7 @@ void RecordsTest::labelSize() {
     QCOMPARE(seen.title + " " + seen.buttons.first(), QStringLiteral("TAMANHO DA ETIQUETA (mm) IMPRIMIR"));
     QCOMPARE(proposed, QStringList({"70", "18"}));
     QCOMPARE(opened, heading.isEmpty() ? QStringList{} : QStringList{"Etiquetas-VHS.html"});
-    const QString page = fileText(QDir(dir->path()).filePath("Impressos/Etiquetas-VHS.html"));
+    const QString page = fileText(disk->dir.filePath("Impressos/Etiquetas-VHS.html"));
     QVERIFY(page.contains(heading));
     QCOMPARE(page.count("COD-0003-00"), heading.isEmpty() ? 0 : 3); // one label per copy
 }
@@ -244,7 +238,7 @@ void RecordsTest::cardOnlyForAnActiveCustomer() {
     QCOMPARE(opened, QStringList{"Carteirinha-0012.html"});
     Store removed = shop();
     removed.customers.first().deleted = true;
-    QVERIFY((*app)->commit(removed));
+    QVERIFY(app()->commit(removed));
     QCOMPARE(press("IMPRIMIR CARTEIRINHA").title, QStringLiteral("Carteirinha"));
     QCOMPARE(opened.size(), 1);
 }
@@ -252,14 +246,14 @@ void RecordsTest::cardOnlyForAnActiveCustomer() {
 void RecordsTest::reportPageHoldsTheListedRows() {
     Store named = shop();
     named.locadoraName = "VÍDEO \"A&B\" <1>";
-    QVERIFY((*app)->commit(named));
-    (*app)->navigate(Section::reports);
-    (*app)->printReport();
-    const QString page = fileText(QDir(dir->path()).filePath("Impressos/" + opened.value(0)));
+    QVERIFY(app()->commit(named));
+    app()->navigate(Section::reports);
+    app()->printReport();
+    const QString page = fileText(disk->dir.filePath("Impressos/" + opened.value(0)));
     QVERIFY(page.contains("<pre>CINEFITA • VÍDEO &quot;A&amp;B&quot; &lt;1&gt;\nRELATÓRIO MATRICIAL • "));
     const QString rows = page.section(QString(70, u'═') + "\n", 1).section("</pre>", 0, 0);
     QStringList lines;
-    for (const QStringList& row : (*app)->rows())
+    for (const QStringList& row : app()->rows())
         lines.append(row.join("   ").toHtmlEscaped());
     QVERIFY(lines.size() > 1);
     QCOMPARE(rows.split('\n'), lines);
@@ -267,53 +261,39 @@ void RecordsTest::reportPageHoldsTheListedRows() {
 
 void RecordsTest::filmListExportImportsBackEqual() {
     Store store = shop(); // quotes, commas, a line break and accents go out and come back; absent texts as empty
-    store.films[0] = {.id = "F3",
-                      .title = "ALIEN",
-                      .genre = "Terror",
-                      .copies = 3,
-                      .price = 400,
-                      .code = 3,
-                      .sinapse = "",
-                      .originalTitle = "",
-                      .release = false};
-    store.films.append(Film{.id = "F9",
-                            .title = "\"O\" PODEROSO, CHEFÃO",
-                            .genre = "Drama, Ação",
-                            .copies = 2,
-                            .price = 1250,
-                            .code = 9,
-                            .year = 1972,
-                            .sinapse = "Um;\n\"dois\"",
-                            .originalTitle = "",
-                            .release = true});
-    QVERIFY((*app)->commit(store));
-    (*app)->navigate(Section::films);
+    store.films[0].sinapse = store.films[0].originalTitle = QString();
+    store.films[0].release = false;
+    // clang-format off
+    store.films.append(Film{.id = "F9", .title = "\"O\" PODEROSO, CHEFÃO", .genre = "Drama, Ação", .copies = 2, .price = 1250, .code = 9, .year = 1972, .sinapse = "Um;\n\"dois\"", .originalTitle = "", .release = true});
+    // clang-format on
+    QVERIFY(app()->commit(store));
+    app()->navigate(Section::films);
     // The chosen name first taken by a folder: the write fails and leaves nothing beside it.
-    QDir folder(dir->path());
+    QDir folder(disk->dir.path());
     QVERIFY(folder.mkpath("saida/CINEFITA-lista.csv"));
     QString into = "saida/";
-    (*app)->chooseSaveFile = [&](const QString&, const QString& proposed, const QString&) {
+    app()->chooseSaveFile = [&](const QString&, const QString& proposed, const QString&) {
         return folder.filePath(into + proposed);
     };
-    const QString status = (*app)->status->text();
+    const QString status = app()->status->text();
     DialogAnswerer failure(DialogAnswerer::pressKey(Qt::Key_Return));
-    (*app)->exportCSV();
+    app()->exportCSV();
     QCOMPARE(failure.seen().title, QStringLiteral("Falha na exportação"));
     QCOMPARE(QDir(folder.filePath("saida")).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
              QStringList{"CINEFITA-lista.csv"});
-    QCOMPARE((*app)->status->text(), status);
+    QCOMPARE(app()->status->text(), status);
     into.clear();
-    (*app)->exportCSV();
-    QCOMPARE((*app)->status->text(), QStringLiteral("EXPORTADO  │  CINEFITA-lista.csv"));
+    app()->exportCSV();
+    QCOMPARE(app()->status->text(), QStringLiteral("EXPORTADO  │  CINEFITA-lista.csv"));
 
-    QVERIFY((*app)->commit(Store{})); // an empty shop reads the file back
-    (*app)->chooseOpenFile = [&folder](const QString&, const QString&) {
+    QVERIFY(app()->commit(Store{})); // an empty shop reads the file back
+    app()->chooseOpenFile = [&folder](const QString&, const QString&) {
         return folder.filePath("CINEFITA-lista.csv");
     };
     DialogAnswerer done(DialogAnswerer::pressKey(Qt::Key_Return));
-    (*app)->importFilmCSV();
+    app()->importFilmCSV();
     QCOMPARE(done.seen().text, QStringLiteral("2 filme(s) cadastrado(s)."));
-    QList<Film> back = (*app)->store.films; // in the list's order, with new ids
+    QList<Film> back = app()->store.films; // in the list's order, with new ids
     std::sort(back.begin(), back.end(), [](const Film& a, const Film& b) { return a.code < b.code; });
     const QList<Film> listed = {store.films[0], store.films[2]};
     for (int i = 0; i < back.size() && i < listed.size(); ++i)
