@@ -5,7 +5,6 @@
 #include "look/DOSSearchField.h"
 #include "look/SplashView.h"
 #include "records/DateText.h"
-#include "storage/LocalDatabase.h"
 
 #include <QAction>
 #include <QFile>
@@ -28,10 +27,6 @@ Store storeWithFilm() {
     Store store;
     store.films.append(Film{.id = "F1", .title = "TUBARÃO", .genre = "Suspense", .copies = 2, .price = 500, .code = 1});
     return store;
-}
-
-QString databasePath(const QTemporaryDir& dir) {
-    return dir.filePath("cinefita.sqlite");
 }
 
 void pressOnFocus(Qt::Key key) {
@@ -87,14 +82,11 @@ void ShellTest::splashKeys() {
 }
 
 void ShellTest::brandAndMenuKeys() {
-    QTemporaryDir dir;
-    {
-        Store named;
-        named.locadoraName = "Vídeo Clube Estrela";
-        LocalDatabase(databasePath(dir)).save(named);
-    }
-    TestApp app(dir.path());
-    QVERIFY(app.launch());
+    ShopOnDisk shop;
+    Store named;
+    named.locadoraName = "Vídeo Clube Estrela";
+    QVERIFY(shop.launch(named));
+    TestApp& app = shop.app;
     QCOMPARE(app->window->windowTitle(), QStringLiteral("CINEFITA — Vídeo Clube Estrela"));
     QCOMPARE(app->brand->text(), QStringLiteral("VÍDEO CLUBE ESTRELA"));
     QCOMPARE(app->status->text(), dateText(app->clock()));
@@ -180,7 +172,7 @@ void ShellTest::commitFailureKeepsTheStore() {
 void ShellTest::invalidDatabaseStopsTheLaunch() {
     QTemporaryDir dir;
     {
-        QFile file(databasePath(dir));
+        QFile file(dir.filePath("cinefita.sqlite"));
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(QByteArray(4096, 'x'));
     }
@@ -194,22 +186,12 @@ void ShellTest::invalidDatabaseStopsTheLaunch() {
 }
 
 void ShellTest::debtAlertBlinks() {
-    QTemporaryDir dir;
     const Instant now{800000000};
-    {
-        Store store = storeWithFilm();
-        store.rentals.append(Rental{.id = "R1",
-                                    .film = "F1",
-                                    .customer = "C1",
-                                    .start = now.plusSeconds(-5 * 86400),
-                                    .due = now.plusSeconds(-2 * 86400),
-                                    .price = 500,
-                                    .finePerDay = 200,
-                                    .copy = 1});
-        LocalDatabase(databasePath(dir)).save(store);
-    }
-    TestApp app(dir.path(), now);
-    QVERIFY(app.launch());
+    ShopOnDisk shop(now);
+    Store store = storeWithFilm();
+    store.rentals.append(Rental{.id = "R1", .film = "F1", .customer = "C1", .due = now.plusSeconds(-2 * 86400)});
+    QVERIFY(shop.launch(store));
+    TestApp& app = shop.app;
     app->blinkTimer->stop();
     auto colour = [&app] {
         app->updateDebtAlert();
@@ -225,7 +207,7 @@ void ShellTest::debtAlertBlinks() {
     returned.rentals[0].returned = now;
     QVERIFY(app->commit(returned));
     QCOMPARE(app->status->text(), QStringLiteral("SALVO NO BANCO LOCAL"));
-    QCOMPARE(LocalDatabase(databasePath(dir)).load(), std::make_optional(returned));
+    QCOMPARE(shop.saved(), returned);
     app->updateDebtAlert();
     QCOMPARE(app->status->palette().color(QPalette::WindowText), DOS::text());
 }
