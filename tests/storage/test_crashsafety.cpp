@@ -4,18 +4,16 @@
 // exactly the last committed store or the one being written, keep the one before
 // it whole in previous_state, and pass SQLite's integrity check.
 //
-// The child is this executable run as: test_crashsafety --commit-loop <file> <last committed>.
 // CINEFITA_KILLS sets the number of kills (`make crash-test` runs the full count).
 #include "records/StoreJSON.h"
 #include "storage/LocalDatabase.h"
+#include "support/ChildProcess.h"
 #include "support/RawDatabase.h"
 
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <thread>
-#include <unistd.h>
 
 namespace {
 
@@ -34,25 +32,19 @@ Store numberedStore(int number) {
     return store;
 }
 
-void say(const QByteArray& line) {
-    const QByteArray text = line + '\n';
-    if (::write(STDOUT_FILENO, text.constData(), size_t(text.size())) != text.size())
-        ::_exit(3);
-}
-
-[[noreturn]] void commitLoop(const QString& path, int last) {
-    say("open");
+[[noreturn]] void commitLoop(const QString& path, int last, int out) {
+    tellLine(out, "open");
     LocalDatabase database(path);
-    say("opened");
+    tellLine(out, "opened");
     for (int number = last + 1;; ++number) {
         const Store store = numberedStore(number);
-        say("begin " + QByteArray::number(number));
+        tellLine(out, "begin " + QByteArray::number(number));
         database.save(store);
-        say("done " + QByteArray::number(number));
+        tellLine(out, "done " + QByteArray::number(number));
         if (number % 3 == 0) {
-            say("checkpoint");
+            tellLine(out, "checkpoint");
             database.checkpoint();
-            say("idle");
+            tellLine(out, "idle");
         }
     }
 }
@@ -69,27 +61,15 @@ void writeSmallPageFile(const QString& path, int number) {
 
 enum class Aim { anywhere, checkpoint, pageMove };
 
-struct Run {
-    QByteArray output;
-    QByteArray phase; // the child's last line before the kill
-};
-
-Run runAndKill(const QString& path, int last, Aim aim) {
-    QProcess child;
-    child.start(QCoreApplication::applicationFilePath(), {"--commit-loop", path, QString::number(last)});
-    Run run;
-    const QByteArray marker = aim == Aim::pageMove ? "open\n" : aim == Aim::checkpoint ? "checkpoint\n" : "opened\n";
-    while (!run.output.contains(marker) && child.waitForReadyRead(30000))
-        run.output += child.readAllStandardOutput();
-    auto* random = QRandomGenerator::global();
+// The child's whole output, and its last step before the kill.
+std::pair<QByteArray, QByteArray> runAndKill(const QString& path, int last, Aim aim) {
+    ChildProcess child([&](int out) { commitLoop(path, last, out); });
+    child.readUntil(aim == Aim::pageMove ? "open\n" : aim == Aim::checkpoint ? "checkpoint\n" : "opened\n");
     const int maxMicros = aim == Aim::anywhere ? 400000 : aim == Aim::pageMove ? 60000 : 4000;
-    std::this_thread::sleep_for(std::chrono::microseconds(random->bounded(maxMicros)));
+    std::this_thread::sleep_for(std::chrono::microseconds(QRandomGenerator::global()->bounded(maxMicros)));
     child.kill();
-    child.waitForFinished(30000);
-    run.output += child.readAllStandardOutput();
-    const QList<QByteArray> lines = run.output.trimmed().split('\n');
-    run.phase = lines.last().split(' ').first();
-    return run;
+    child.finish();
+    return {child.output, child.output.trimmed().split('\n').last().split(' ').first()};
 }
 
 int lastNumber(const QByteArray& output, const char* word, int otherwise) {
@@ -120,10 +100,10 @@ private slots:
                 writeSmallPageFile(path, committed);
                 aim = Aim::pageMove;
             }
-            const Run run = runAndKill(path, committed, aim);
-            ++phases[run.phase];
-            const int done = lastNumber(run.output, "done", committed);
-            const int begun = lastNumber(run.output, "begin", committed);
+            const auto [output, phase] = runAndKill(path, committed, aim);
+            ++phases[phase];
+            const int done = lastNumber(output, "done", committed);
+            const int begun = lastNumber(output, "begin", committed);
 
             RawDatabase raw(path);
             QCOMPARE(raw.value("PRAGMA integrity_check;"), QByteArray("ok"));
@@ -148,12 +128,5 @@ private slots:
     }
 };
 
-int main(int argc, char** argv) {
-    if (argc == 4 && qstrcmp(argv[1], "--commit-loop") == 0)
-        commitLoop(QString::fromLocal8Bit(argv[2]), atoi(argv[3]));
-    QCoreApplication app(argc, argv);
-    TestCrashSafety test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_APPLESS_MAIN(TestCrashSafety)
 #include "test_crashsafety.moc"

@@ -4,13 +4,13 @@
 #include "records/FilmCSVError.h"
 #include "records/StoreJSON.h"
 #include "storage/LocalDatabase.h"
+#include "support/ChildProcess.h"
 #include "support/RawDatabase.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
 #include <csignal>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -26,15 +26,13 @@ Store storeNamed(const QString& name) {
 
 enum class Fault { readOnlyFolder, fileSizeLimit, lockHeldElsewhere };
 
-// In a child process: cause the fault, open the database and save "Nova", write
-// what happened to the pipe. (A read-only folder stops the opening already: an
-// open database keeps writing to the files it holds.) Under the size limit the child then lifts it and saves again, as
-// a full disk with space freed would let it.
-[[noreturn]] void saveInChild(const QString& path, Fault fault, int pipe) {
-    auto tell = [pipe](const QString& text) {
-        const QByteArray bytes = text.toUtf8() + '\n';
-        if (::write(pipe, bytes.constData(), size_t(bytes.size())) != bytes.size())
-            ::_exit(3);
+// In a child process: cause the fault, open the database and save "Nova", tell
+// what happened. (A read-only folder stops the opening already: an open database
+// keeps writing to the files it holds.) Under the size limit the child then lifts
+// it and saves again, as a full disk with space freed would let it.
+void saveInChild(const QString& path, Fault fault, int out) {
+    auto tell = [out](const QString& text) {
+        tellLine(out, text.toUtf8());
     };
     // Root ignores file modes: the read-only case runs as nobody.
     if (fault == Fault::readOnlyFolder && ::geteuid() == 0 && ::setuid(65534) != 0)
@@ -55,7 +53,7 @@ enum class Fault { readOnlyFolder, fileSizeLimit, lockHeldElsewhere };
         } catch (const FilmCSVError& error) {
             tell(error.description());
             if (fault != Fault::fileSizeLimit)
-                ::_exit(0);
+                return;
             ::setrlimit(RLIMIT_FSIZE, &limit);
             database.save(storeNamed("Nova"));
             tell("saved after the fault");
@@ -63,7 +61,6 @@ enum class Fault { readOnlyFolder, fileSizeLimit, lockHeldElsewhere };
     } catch (const FilmCSVError& error) {
         tell(error.description());
     }
-    ::_exit(0);
 }
 
 } // namespace
@@ -112,24 +109,10 @@ private slots:
             QVERIFY(QFile::setPermissions(dir.filePath("data"),
                                           QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther));
         }
-        int pipe[2];
-        QCOMPARE(::pipe(pipe), 0);
-        const pid_t child = ::fork();
-        if (child == 0) {
-            ::close(pipe[0]);
-            saveInChild(path(), Fault(fault), pipe[1]);
-        }
-        ::close(pipe[1]);
-        QByteArray output;
-        char buffer[512];
-        for (ssize_t n; (n = ::read(pipe[0], buffer, sizeof buffer)) > 0;)
-            output.append(buffer, n);
-        ::close(pipe[0]);
-        int status = 0;
-        ::waitpid(child, &status, 0);
-        QCOMPARE(status, 0);
+        ChildProcess child([&](int out) { saveInChild(path(), Fault(fault), out); });
+        QCOMPARE(child.finish(), 0);
         other.exec("ROLLBACK;");
-        QCOMPARE(QString::fromUtf8(output).trimmed().split('\n'), told);
+        QCOMPARE(QString::fromUtf8(child.output).trimmed().split('\n'), told);
         QCOMPARE(other.value("PRAGMA integrity_check;"), QByteArray("ok"));
         QCOMPARE(decodeStore(other.payload("state").value_or("")).locadoraName, std::optional(current));
         const QString previous = current == "Nova" ? "Antiga" : "Anterior";
