@@ -13,6 +13,7 @@
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <csignal>
 #include <thread>
 
 namespace {
@@ -61,15 +62,15 @@ void writeSmallPageFile(const QString& path, int number) {
 
 enum class Aim { anywhere, checkpoint, pageMove };
 
-// The child's whole output, and its last step before the kill.
-std::pair<QByteArray, QByteArray> runAndKill(const QString& path, int last, Aim aim) {
-    ChildProcess child([&](int out) { commitLoop(path, last, out); });
-    child.readUntil(aim == Aim::pageMove ? "open\n" : aim == Aim::checkpoint ? "checkpoint\n" : "opened\n");
+// The child's whole output; it is killed a random moment after the line that aim waits for.
+QByteArray runAndKill(const QString& path, int last, Aim aim) {
+    const QByteArray after = aim == Aim::pageMove ? "open\n" : aim == Aim::checkpoint ? "checkpoint\n" : "opened\n";
     const int maxMicros = aim == Aim::anywhere ? 400000 : aim == Aim::pageMove ? 60000 : 4000;
-    std::this_thread::sleep_for(std::chrono::microseconds(QRandomGenerator::global()->bounded(maxMicros)));
-    child.kill();
-    child.finish();
-    return {child.output, child.output.trimmed().split('\n').last().split(' ').first()};
+    const auto kill = [maxMicros](pid_t child) {
+        std::this_thread::sleep_for(std::chrono::microseconds(QRandomGenerator::global()->bounded(maxMicros)));
+        ::kill(child, SIGKILL);
+    };
+    return runChild([&](int out) { commitLoop(path, last, out); }, after, kill).output;
 }
 
 int lastNumber(const QByteArray& output, const char* word, int otherwise) {
@@ -100,8 +101,8 @@ private slots:
                 writeSmallPageFile(path, committed);
                 aim = Aim::pageMove;
             }
-            const auto [output, phase] = runAndKill(path, committed, aim);
-            ++phases[phase];
+            const QByteArray output = runAndKill(path, committed, aim);
+            ++phases[output.trimmed().split('\n').last().split(' ').first()]; // the child's last step
             const int done = lastNumber(output, "done", committed);
             const int begun = lastNumber(output, "begin", committed);
 

@@ -109,8 +109,8 @@ private slots:
             QVERIFY(QFile::setPermissions(dir.filePath("data"),
                                           QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther));
         }
-        ChildProcess child([&](int out) { saveInChild(path(), Fault(fault), out); });
-        QCOMPARE(child.finish(), 0);
+        const ChildRun child = runChild([&](int out) { saveInChild(path(), Fault(fault), out); });
+        QCOMPARE(child.status, 0);
         other.exec("ROLLBACK;");
         QCOMPARE(QString::fromUtf8(child.output).trimmed().split('\n'), told);
         QCOMPARE(other.value("PRAGMA integrity_check;"), QByteArray("ok"));
