@@ -111,11 +111,8 @@ private slots:
             const std::optional<Store> loaded = LocalDatabase(path).load();
             const int found = loaded ? int(loaded->reportRentalBaseline.value_or(-1)) : 0;
             QVERIFY2(found == done || (found == begun && begun == done + 1),
-                     qPrintable(QStringLiteral("kill %1: found store %2 after %3 done, %4 begun")
-                                    .arg(kill)
-                                    .arg(found)
-                                    .arg(done)
-                                    .arg(begun)));
+                     qPrintable(QString::asprintf("kill %d: found store %d after %d done, %d begun", kill, found, done,
+                                                  begun)));
             if (found > 0)
                 QVERIFY(*loaded == numberedStore(found));
             const std::optional<QByteArray> previous = raw.payload("previous_state");

@@ -1,15 +1,16 @@
 // Saves made by another process while something is wrong with the file system
 // or the file: each fails with its message and leaves the last committed
 // document (and the one before it) in place.
-#include "records/FilmCSVError.h"
 #include "records/StoreJSON.h"
 #include "storage/LocalDatabase.h"
 #include "support/ChildProcess.h"
+#include "support/Failures.h"
 #include "support/RawDatabase.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
 #include <csignal>
+#include <memory>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -31,9 +32,6 @@ enum class Fault { readOnlyFolder, fileSizeLimit, lockHeldElsewhere };
 // keeps writing to the files it holds.) Under the size limit the child then lifts
 // it and saves again, as a full disk with space freed would let it.
 void saveInChild(const QString& path, Fault fault, int out) {
-    auto tell = [out](const QString& text) {
-        tellLine(out, text.toUtf8());
-    };
     // Root ignores file modes: the read-only case runs as nobody.
     if (fault == Fault::readOnlyFolder && ::geteuid() == 0 && ::setuid(65534) != 0)
         ::_exit(4);
@@ -45,21 +43,16 @@ void saveInChild(const QString& path, Fault fault, int out) {
         small.rlim_cur = 200 * 1024;
         ::setrlimit(RLIMIT_FSIZE, &small);
     }
-    try {
-        LocalDatabase database(path, 100);
-        try {
-            database.save(storeNamed("Nova"));
-            tell("saved");
-        } catch (const FilmCSVError& error) {
-            tell(error.description());
-            if (fault != Fault::fileSizeLimit)
-                return;
-            ::setrlimit(RLIMIT_FSIZE, &limit);
-            database.save(storeNamed("Nova"));
-            tell("saved after the fault");
-        }
-    } catch (const FilmCSVError& error) {
-        tell(error.description());
+    std::unique_ptr<LocalDatabase> database;
+    const QString failure = failureOf([&] {
+        database = std::make_unique<LocalDatabase>(path, 100);
+        database->save(storeNamed("Nova"));
+    });
+    tellLine(out, failure.isEmpty() ? QByteArray("saved") : failure.toUtf8());
+    if (fault == Fault::fileSizeLimit && database) {
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        database->save(storeNamed("Nova"));
+        tellLine(out, "saved after the fault");
     }
 }
 
