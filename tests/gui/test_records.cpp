@@ -185,13 +185,13 @@ void RecordsTest::deleteIsGuardedThenRestored() {
 
     const auto restore = [this](const QString& kind, const QString& code) {
         std::unique_ptr<DialogAnswerer> notFound;
-        DialogAnswerer answerer([&](StyledDialog*) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
-            QTest::keyClicks(QApplication::focusWidget(), kind);
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            QTest::keyClicks(QApplication::focusWidget(), code);
+        DialogAnswerer answerer([&](StyledDialog* dialog) {
+            QTest::keyClick(dialog->focusWidget(), Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClicks(dialog->focusWidget(), kind);
+            QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+            QTest::keyClicks(dialog->focusWidget(), code);
             notFound = std::make_unique<DialogAnswerer>(DialogAnswerer::pressKey(Qt::Key_Return));
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+            QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
         });
         app()->restoreRecord();
         return notFound->seen().title;
@@ -219,10 +219,10 @@ void RecordsTest::labelSize() {
         for (DOSField* field : dialog->findChildren<DOSField*>())
             proposed.append(field->text());
         for (const QString& text : {width, height}) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
-            QTest::keyClicks(QApplication::focusWidget(), text + "\t");
+            QTest::keyClick(dialog->focusWidget(), Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClicks(dialog->focusWidget(), text + "\t");
         }
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
     });
     QCOMPARE(seen.title + " " + seen.buttons.first(), QStringLiteral("TAMANHO DA ETIQUETA (mm) IMPRIMIR"));
     QCOMPARE(proposed, QStringList({"70", "18"}));
