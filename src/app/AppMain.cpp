@@ -1,23 +1,16 @@
 #include "Modes.h"
 #include "ProgramInfo.h"
+#include "modes/ModeChecks.h"
 
 #include "app/App.h"
 
 #include <QApplication>
 #include <QTimer>
 
-namespace {
-
-bool hasDisplay() {
-    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-}
-
-} // namespace
-
 int runApplication(int argc, char** argv, bool preview) {
     // A picture needs no screen: without a display the preview draws offscreen.
-    if (preview && !hasDisplay() && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (preview)
+        drawOffscreenWithoutDisplay();
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("CINEFITA"));

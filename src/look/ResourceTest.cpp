@@ -1,4 +1,5 @@
 #include "Modes.h"
+#include "modes/ModeChecks.h"
 
 #include "look/DOS.h"
 
@@ -76,9 +77,7 @@ int check() {
 
 int runResourceTest(int argc, char** argv) {
     // Fonts need an application object, not a screen.
-    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
-        !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    drawOffscreenWithoutDisplay();
     QGuiApplication application(argc, argv);
     const int status = check();
     if (status == 0)

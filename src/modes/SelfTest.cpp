@@ -1,4 +1,5 @@
 #include "Modes.h"
+#include "modes/ModeChecks.h"
 
 #include "exchange/FilmCSV.h"
 #include "exchange/ScreenExport.h"
@@ -26,15 +27,6 @@
 // print pages work there. The project's real tests live in tests/.
 
 namespace {
-
-struct CheckFailed {
-    const char* message;
-};
-
-void check(bool condition, const char* message) {
-    if (!condition)
-        throw CheckFailed{message};
-}
 
 template <typename Action> bool refuses(Action action) {
     try {

@@ -1,28 +1,8 @@
+#include "support/ProgramRun.h"
+
 #include <QtTest>
 
 namespace {
-
-struct Run {
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-Run run(const QStringList& arguments, const QString& workingFolder = QString(),
-        const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment()) {
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    if (!workingFolder.isEmpty())
-        process.setWorkingDirectory(workingFolder);
-    process.start(QStringLiteral(CINEFITA_BINARY), arguments);
-    Run result;
-    if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit)
-        return result;
-    result.exitCode = process.exitCode();
-    result.out = process.readAllStandardOutput();
-    result.err = process.readAllStandardError();
-    return result;
-}
 
 QString contents(const QString& path) {
     QFile file(path);
@@ -41,11 +21,11 @@ private slots:
         environment.insert(QStringLiteral("TMPDIR"), temporary.path());
         environment.insert(QStringLiteral("CINEFITA_DATA_DIR"), temporary.filePath(QStringLiteral("dados")));
 
-        const Run result = run({QStringLiteral("--self-test")}, QString(), environment);
-        QCOMPARE(QString::fromUtf8(result.err), QString());
+        const ProgramRun result = runProgram({QStringLiteral("--self-test")}, environment);
+        QCOMPARE(result.err, QString());
         QCOMPARE(result.exitCode, 0);
         QCOMPARE(
-            QString::fromUtf8(result.out),
+            result.out,
             QStringLiteral(
                 "PASS: SQLite persistence, exact rental hours, per-copy stock, physical labels and membership cards\n"
                 "PASS: CSV import BOM, delimiters, quoted multiline fields, prices and atomic duplicate rejection\n"
@@ -67,8 +47,9 @@ private slots:
     void printFixtures() {
         QFETCH(QString, folder);
         QTemporaryDir work;
-        const Run result = run({QStringLiteral("--print-fixtures"), folder}, work.path());
-        QCOMPARE(QString::fromUtf8(result.err), QString());
+        const ProgramRun result = runProgram({QStringLiteral("--print-fixtures"), folder},
+                                             QProcessEnvironment::systemEnvironment(), work.path());
+        QCOMPARE(result.err, QString());
         QCOMPARE(result.exitCode, 0);
         // The pages as a browser was seen to print them and read their barcodes.
         const QDir written(work.filePath(folder));
@@ -83,10 +64,11 @@ private slots:
         QFile blocker(work.filePath(QStringLiteral("arquivo")));
         QVERIFY(blocker.open(QIODevice::WriteOnly));
         blocker.close();
-        const Run result = run({QStringLiteral("--print-fixtures"), QStringLiteral("arquivo/paginas")}, work.path());
+        const ProgramRun result = runProgram({QStringLiteral("--print-fixtures"), QStringLiteral("arquivo/paginas")},
+                                             QProcessEnvironment::systemEnvironment(), work.path());
         QVERIFY(result.exitCode > 0);
         QVERIFY(result.err.contains("arquivo/paginas"));
-        QCOMPARE(result.out, QByteArray());
+        QCOMPARE(result.out, QString());
     }
 };
 

@@ -1,29 +1,16 @@
+#include "support/ProgramRun.h"
+
 #include <QtTest>
 
 namespace {
 
-struct Run {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-
 // A platform that does not exist makes any application object abort, so a clean
 // exit proves no window could have been opened; the data folder must stay absent.
-Run runWithoutWindow(const QStringList& arguments, const QString& dataFolder) {
+ProgramRun runWithoutWindow(const QStringList& arguments, const QString& dataFolder) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("no-such-platform"));
     environment.insert(QStringLiteral("CINEFITA_DATA_DIR"), dataFolder);
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(CINEFITA_BINARY), arguments);
-    Run result;
-    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
-        return result;
-    result.exitCode = process.exitCode();
-    result.out = QString::fromUtf8(process.readAllStandardOutput());
-    result.err = QString::fromUtf8(process.readAllStandardError());
-    return result;
+    return runProgram(arguments, environment);
 }
 
 const QString versionLine = QStringLiteral("CINEFITA 3.0\n");
@@ -51,7 +38,7 @@ private slots:
         QFETCH(QString, outputStart);
         QTemporaryDir scratch;
         const QString dataFolder = scratch.filePath(QStringLiteral("dados"));
-        const Run result = runWithoutWindow(arguments, dataFolder);
+        const ProgramRun result = runWithoutWindow(arguments, dataFolder);
         QCOMPARE(result.err, QString());
         QCOMPARE(result.exitCode, 0);
         QVERIFY2(result.out.startsWith(outputStart), qPrintable(result.out));
@@ -62,7 +49,8 @@ private slots:
 
     void helpNamesEveryModeAndVariable() {
         QTemporaryDir scratch;
-        const Run result = runWithoutWindow({QStringLiteral("--help")}, scratch.filePath(QStringLiteral("dados")));
+        const ProgramRun result =
+            runWithoutWindow({QStringLiteral("--help")}, scratch.filePath(QStringLiteral("dados")));
         const QStringList lines = result.out.split(QLatin1Char('\n'));
         const QStringList items = QStringLiteral("--self-test --editing-test --resource-test --preview "
                                                  "--print-fixtures --version --help CINEFITA_DATA_DIR "
