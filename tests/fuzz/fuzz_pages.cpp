@@ -1,55 +1,23 @@
 // Print pages built from records whose texts come from the input. Each page is
 // built twice: with the texts as given and with every <, >, &, " and ' in them
-// replaced by _ (which upper case leaves alone). Once the five escapes are read
-// as _ too, both pages must be the same, so no character of user text ever
-// became markup. An apostrophe may stand unescaped only in text or inside a
-// double-quoted attribute.
+// replaced by _. Read as an HTML tokenizer reads them, with those characters read
+// as _ too, both pages must be the same, so no character of user text ever became
+// markup.
 #include "print/Labels.h"
 #include "print/MatrixReport.h"
 #include "print/MemberCard.h"
+#include "support/PageTokens.h"
 
 #include <cstdio>
 #include <cstdlib>
 
 namespace {
 
-QString neutral(QString text) {
-    for (QChar special : {u'<', u'>', u'&', u'"', u'\''})
-        text.replace(special, u'_');
-    return text;
-}
-
-QString entitiesAsX(QString page) {
-    for (const char* entity : {"&amp;", "&lt;", "&gt;", "&quot;", "&#39;"})
-        page.replace(QLatin1String(entity), QStringLiteral("_"));
-    return page;
-}
-
-[[noreturn]] void differ(const QString& a, const QString& b, qsizetype at) {
-    std::fprintf(stderr, "pages differ:\n%s\n---- with neutral texts:\n%s\n", qPrintable(a.mid(at - 200, 300)),
-                 qPrintable(b.mid(at - 200, 300)));
-    std::abort();
-}
-
 void compare(const QString& page, const QString& neutralPage) {
-    const QString a = entitiesAsX(page), b = entitiesAsX(neutralPage);
-    if (a.size() != b.size())
-        differ(a, b, 0);
-    enum { text, tag, doubleQuoted, singleQuoted } where = text;
-    for (qsizetype i = 0; i < a.size(); ++i) {
-        const QChar c = a[i];
-        if (c != b[i] && !(c == u'\'' && b[i] == u'_' && (where == text || where == doubleQuoted)))
-            differ(a, b, i);
-        if (where == text && c == u'<')
-            where = tag;
-        else if (where == tag && c == u'>')
-            where = text;
-        else if (where == tag && c == u'"')
-            where = doubleQuoted;
-        else if (where == tag && c == u'\'')
-            where = singleQuoted;
-        else if ((where == doubleQuoted && c == u'"') || (where == singleQuoted && c == u'\''))
-            where = tag;
+    if (neutralTokens(page) != neutralTokens(neutralPage)) {
+        std::fprintf(stderr, "pages differ:\n%s\n---- with neutral texts:\n%s\n", qPrintable(page),
+                     qPrintable(neutralPage));
+        std::abort();
     }
 }
 
@@ -82,7 +50,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         QString::fromUtf8(reinterpret_cast<const char*>(data) + 1, qsizetype(size - 1)).split(u'\x1f');
     QStringList neutralFields;
     for (const QString& field : fields)
-        neutralFields << neutral(field);
+        neutralFields << neutralText(field);
     const Records given = records(fields, code), plain = records(neutralFields, code);
     compare(labelDocument({given.film}, given.shop), labelDocument({plain.film}, plain.shop));
     compare(memberDocument({given.customer}, given.shop), memberDocument({plain.customer}, plain.shop));

@@ -43,120 +43,101 @@ class KeysTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void ringWrapsBothWays_data();
-    void ringWrapsBothWays();
-    void lastMenuEntryWrapsAndChangesScreen();
-    void nothingActsBehindDialog();
-    void operatorsDayByKeysOnly();
-};
-
-void KeysTest::ringWrapsBothWays_data() {
-    QTest::addColumn<bool>("fromLast");
-    QTest::addColumn<int>("key");
-    QTest::addColumn<bool>("toLast");
-    QTest::newRow("tab, nothing focused") << false << int(Qt::Key_Tab) << false;
-    QTest::newRow("shift-tab, nothing focused") << false << int(Qt::Key_Backtab) << false;
-    QTest::newRow("tab from the last") << true << int(Qt::Key_Tab) << false;
-    QTest::newRow("shift-tab from the heading") << false << int(Qt::Key_Backtab) << true;
-}
-
-void KeysTest::ringWrapsBothWays() {
-    QFETCH(bool, fromLast);
-    QFETCH(int, key);
-    QFETCH(bool, toLast);
-    Keyboard keys;
-    QVERIFY(keys.open());
-    const QList<QWidget*> ring = keys.app->mainControls();
-    if (fromLast)
-        QVERIFY(keys.tabTo(ring.last()));
-    else if (!toLast)
-        keys.focused()->clearFocus();
-    keys.press(Qt::Key(key), key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
-    QCOMPARE(keys.focused(), toLast ? ring.last() : static_cast<QWidget*>(keys.app->menuHeading));
-}
-
-void KeysTest::lastMenuEntryWrapsAndChangesScreen() {
-    Keyboard keys;
-    QVERIFY(keys.open());
-    keys.press(Qt::Key_Up); // from the heading to the last entry
-    QCOMPARE(keys.focused(), keys.app->navButtons.last());
-    keys.press(Qt::Key_Down);
-    QCOMPARE(keys.focused(), keys.app->navButtons.first());
-    QCOMPARE(keys.app->section, int(Section::films));
-    QVERIFY(keys.app->screen.formView != nullptr && keys.app->navButtons.first()->isOn());
-    keys.press(Qt::Key_Down);
-    QCOMPARE(keys.app->section, keys.app->navButtons[1]->tag());
-}
-
-void KeysTest::nothingActsBehindDialog() {
-    Keyboard keys;
-    QVERIFY(keys.open(twoFilmsTwoCustomers()));
-    DialogAnswerer suggestion([&keys](StyledDialog* dialog) {
-        QTest::keyClick(keys.focused(), Qt::Key_F2);
-        QTest::keyClick(keys.focused(), Qt::Key_Escape);
-        DialogAnswerer::pressKey(Qt::Key_Return)(dialog);
-    });
-    keys.press(Qt::Key_F7);
-    QVERIFY(suggestion.answered());
-    QCOMPARE(keys.app->section, int(Section::home));
-    QCOMPARE(keys.app.terminations, 0);
-}
-
-void KeysTest::operatorsDayByKeysOnly() {
-    Keyboard keys;
-    QVERIFY(keys.open(twoFilmsTwoCustomers()));
-    keys.press(Qt::Key_F1);
-    keys.type("FLASH"); // shortcut letters, typed into the field
-    QVERIFY(keys.tabTo(keys.field("genre")));
-    keys.type("Terror");
-    keys.press(Qt::Key_Return);
-
-    keys.press(Qt::Key_F2);
-    QVERIFY(keys.tabTo(keys.app->screen.createButton));
-    keys.press(Qt::Key_Space);
-    keys.type("ANA");
-    QVERIFY(keys.tabTo(keys.field("phone")));
-    keys.type("11987654321");
-    keys.press(Qt::Key_Return);
-
-    keys.press(Qt::Key_F3);
-    keys.press(Qt::Key_Right);
-    QVERIFY(keys.tabTo(keys.field("film")));
-    keys.type("t");
-    for (Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up}) // into the list, last, first
-        keys.press(key);
-    keys.press(Qt::Key_Return);
-    QCOMPARE(keys.focused(), keys.field("client"));
-    keys.type("marc");
-    keys.press(Qt::Key_Down);
-    keys.press(Qt::Key_Return);
-    QCOMPARE(keys.focused(), keys.field("start"));
-    keys.press(Qt::Key_Tab); // DEVOLUÇÃO is shown, never edited
-    QCOMPARE(keys.focused(), keys.field("fine"));
-    QVERIFY(keys.tabTo(keys.app->screen.actionButtons.last())); // SALVAR
-    keys.press(Qt::Key_Space);
-
-    keys.press(Qt::Key_F5);
-    QVERIFY(keys.tabTo(keys.app->table));
-    DialogAnswerer details(DialogAnswerer::pressKey(Qt::Key_Return));
-    keys.press(Qt::Key_Return); // SELECIONAR, then on to the returns list
-    QVERIFY(details.answered());
-    QCOMPARE(keys.app->section, int(Section::returns));
-    DialogAnswerer rewind(DialogAnswerer::pressKey(Qt::Key_N));
-    keys.press(Qt::Key_Return); // FINALIZAR
-    QVERIFY(rewind.answered());
-
-    for (const Store& store : {keys.app->store, keys.saved()}) {
-        QVERIFY(store.films.size() == 3 && store.films.last().title == "FLASH");
-        QVERIFY(store.customers.size() == 3 && store.customers.last().phone == "(11) 987654321");
-        QCOMPARE(store.rentals.size(), 1);
-        const Rental& rental = store.rentals[0];
-        QVERIFY(rental.film == "F1" && rental.customer == "C2");
-        QVERIFY(rental.fine == 0 && rental.rewound == false && rental.rewindFee == 100);
-        QCOMPARE(store.entries.size(), 2);
-        QCOMPARE(store.entries[0].amount + store.entries[1].amount, rental.price + 100);
+    void ringWrapsBothWays_data() {
+        QTest::addColumn<bool>("fromLast");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<bool>("toLast");
+        QTest::newRow("tab, nothing focused") << false << int(Qt::Key_Tab) << false;
+        QTest::newRow("shift-tab, nothing focused") << false << int(Qt::Key_Backtab) << false;
+        QTest::newRow("tab from the last") << true << int(Qt::Key_Tab) << false;
+        QTest::newRow("shift-tab from the heading") << false << int(Qt::Key_Backtab) << true;
     }
-}
+
+    void ringWrapsBothWays() {
+        QFETCH(bool, fromLast);
+        QFETCH(int, key);
+        QFETCH(bool, toLast);
+        Keyboard keys;
+        QVERIFY(keys.open());
+        const QList<QWidget*> ring = keys.app->mainControls();
+        if (fromLast)
+            QVERIFY(keys.tabTo(ring.last()));
+        else if (!toLast)
+            keys.focused()->clearFocus();
+        keys.press(Qt::Key(key), key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+        QCOMPARE(keys.focused(), toLast ? ring.last() : static_cast<QWidget*>(keys.app->menuHeading));
+    }
+
+    void nothingActsBehindDialog() {
+        Keyboard keys;
+        QVERIFY(keys.open(twoFilmsTwoCustomers()));
+        DialogAnswerer suggestion([&keys](StyledDialog* dialog) {
+            QTest::keyClick(keys.focused(), Qt::Key_F2);
+            QTest::keyClick(keys.focused(), Qt::Key_Escape);
+            DialogAnswerer::pressKey(Qt::Key_Return)(dialog);
+        });
+        keys.press(Qt::Key_F7);
+        QVERIFY(suggestion.answered());
+        QCOMPARE(keys.app->section, int(Section::home));
+        QCOMPARE(keys.app.terminations, 0);
+    }
+
+    void operatorsDayByKeysOnly() {
+        Keyboard keys;
+        QVERIFY(keys.open(twoFilmsTwoCustomers()));
+        keys.press(Qt::Key_F1);
+        keys.type("FLASH"); // shortcut letters, typed into the field
+        QVERIFY(keys.tabTo(keys.field("genre")));
+        keys.type("Terror");
+        keys.press(Qt::Key_Return);
+
+        keys.press(Qt::Key_F2);
+        QVERIFY(keys.tabTo(keys.app->screen.createButton));
+        keys.press(Qt::Key_Space);
+        keys.type("ANA");
+        QVERIFY(keys.tabTo(keys.field("phone")));
+        keys.type("11987654321");
+        keys.press(Qt::Key_Return);
+
+        keys.press(Qt::Key_F3);
+        keys.press(Qt::Key_Right);
+        QVERIFY(keys.tabTo(keys.field("film")));
+        keys.type("t");
+        for (Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up}) // into the list, last, first
+            keys.press(key);
+        keys.press(Qt::Key_Return);
+        QCOMPARE(keys.focused(), keys.field("client"));
+        keys.type("marc");
+        keys.press(Qt::Key_Down);
+        keys.press(Qt::Key_Return);
+        QCOMPARE(keys.focused(), keys.field("start"));
+        keys.press(Qt::Key_Tab); // DEVOLUÇÃO is shown, never edited
+        QCOMPARE(keys.focused(), keys.field("fine"));
+        QVERIFY(keys.tabTo(keys.app->screen.actionButtons.last())); // SALVAR
+        keys.press(Qt::Key_Space);
+
+        keys.press(Qt::Key_F5);
+        QVERIFY(keys.tabTo(keys.app->table));
+        DialogAnswerer details(DialogAnswerer::pressKey(Qt::Key_Return));
+        keys.press(Qt::Key_Return); // SELECIONAR, then on to the returns list
+        QVERIFY(details.answered());
+        QCOMPARE(keys.app->section, int(Section::returns));
+        DialogAnswerer rewind(DialogAnswerer::pressKey(Qt::Key_N));
+        keys.press(Qt::Key_Return); // FINALIZAR
+        QVERIFY(rewind.answered());
+
+        for (const Store& store : {keys.app->store, keys.saved()}) {
+            QVERIFY(store.films.size() == 3 && store.films.last().title == "FLASH");
+            QVERIFY(store.customers.size() == 3 && store.customers.last().phone == "(11) 987654321");
+            QCOMPARE(store.rentals.size(), 1);
+            const Rental& rental = store.rentals[0];
+            QVERIFY(rental.film == "F1" && rental.customer == "C2");
+            QVERIFY(rental.fine == 0 && rental.rewound == false && rental.rewindFee == 100);
+            QCOMPARE(store.entries.size(), 2);
+            QCOMPARE(store.entries[0].amount + store.entries[1].amount, rental.price + 100);
+        }
+    }
+};
 
 QTEST_MAIN(KeysTest)
 #include "test_keys.moc"

@@ -118,8 +118,6 @@ private slots:
         QTest::addColumn<int>("section");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QStringList>("codes");
-        QTest::newRow("accented name") << int(Section::customers) << "  joao" << QStringList{"0001"};
-        QTest::newRow("code") << int(Section::customers) << "0002" << QStringList{"0002"};
         QTest::newRow("situation") << int(Section::rented) << "débito" << QStringList{"COD-0001"};
         QTest::newRow("missing film") << int(Section::rented) << "—" << QStringList{"—"};
     }

@@ -1,8 +1,8 @@
 #include "storage/LocalDatabase.h"
+#include "support/ProgramRun.h"
 
 #include <QDir>
 #include <QImage>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -25,12 +25,8 @@ private slots:
         environment.insert("CINEFITA_PREVIEW_PATH", picture);
         QVERIFY(QDir(dir.path()).mkpath("tmp"));
 
-        QProcess process;
-        process.setProcessEnvironment(environment);
-        process.start(CINEFITA_BINARY, {"--preview"});
-        QVERIFY(process.waitForFinished(60000));
-        QVERIFY2(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0,
-                 process.readAllStandardError().constData());
+        const ProgramRun result = runProgram({"--preview"}, environment);
+        QVERIFY2(result.exitCode == 0, qPrintable(result.err));
         QCOMPARE(QImage(picture).size(), QSize(1260, 850));
         QVERIFY(LocalDatabase(dir.filePath("data/cinefita.sqlite")).load().has_value());
         // The operator's own data folder is left alone.

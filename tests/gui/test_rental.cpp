@@ -64,70 +64,6 @@ struct RentalShop : ShopOnDisk {
     }
 };
 
-} // namespace
-
-class RentalTest : public QObject {
-    Q_OBJECT
-
-private slots:
-    void dueFineAndRewind_data();
-    void dueFineAndRewind();
-    void savingResolvesOrRefuses_data();
-    void savingResolvesOrRefuses();
-    void returnAnswers_data();
-    void returnAnswers();
-    void cashEntries_data();
-    void cashEntries();
-    void suggestionNamesOnlyFilmsOnTheShelf();
-};
-
-void RentalTest::dueFineAndRewind_data() {
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<double>("period");
-    QTest::addColumn<int>("rewound"); // the key that answers the rewind question
-    QTest::newRow("catalogue title, not rewound") << QString("1") << "TUBARÃO" << 259200.0 << int(Qt::Key_N);
-    QTest::newRow("new release, rewound") << QString("4") << "TWISTER" << 86400.0 << int(Qt::Key_S);
-}
-
-void RentalTest::dueFineAndRewind() {
-    QFETCH(QString, code);
-    QFETCH(QString, title);
-    QFETCH(double, period);
-    QFETCH(int, rewound);
-    RentalShop shop;
-    QVERIFY(shop.open());
-    shop.type("code", code);
-    shop.type("client", "maria silva");
-    shop.click("SALVAR");
-    const Rental rental = shop.saved().rentals.last();
-    QCOMPARE(rental.due.seconds - rental.start.seconds, period);
-    QCOMPARE(shop.saved().entries.last().description, "Locação: " + title + " / MARIA SILVA");
-
-    // Back two calendar days late at 2,00 a day.
-    const Instant back = rental.due.plusSeconds(2 * 86400 + 60);
-    shop.app->clock = [back] {
-        return back;
-    };
-    shop.app->table->selectRow(int(shop.app->filteredIDs.indexOf(rental.id)));
-    DialogAnswerer details(DialogAnswerer::clickButton(0));
-    shop.click("SELECIONAR");
-    QVERIFY(details.seen().text.endsWith("Multa atual: R$ 4,00")); // the text box shows a plain space
-    DialogAnswerer rewind(DialogAnswerer::pressKey(Qt::Key(rewound)));
-    shop.click("FINALIZAR");
-    QCOMPARE(rewind.seen().title, "FITA FOI REBOBINADA? [S/N]");
-
-    const Store saved = shop.saved();
-    QCOMPARE(saved.rentals.last().fine, 400);
-    QStringList written;
-    for (const Entry& entry : saved.entries.mid(1))
-        written.append(entry.description);
-    QStringList expected = {"Multa: " + title, "Taxa de rebobinagem: " + title};
-    QCOMPARE(written, rewound == Qt::Key_N ? expected : expected.mid(0, 1));
-    QCOMPARE(saved.rentals.last().rewindFee, rewound == Qt::Key_N ? 100 : 0);
-    QVERIFY(!shop.app->filteredIDs.contains(rental.id)); // nothing left to return twice
-}
-
 // A title goes through the shop's search field, which types it into the film field.
 struct SaveCase {
     const char* name;
@@ -147,124 +83,162 @@ const SaveCase saveCases[] = {
     {"start moved", "1", "", "MARIA SILVA", "10/05/1996 14:00", 0, ""},
 };
 
-void RentalTest::savingResolvesOrRefuses_data() {
-    QTest::addColumn<int>("row");
-    for (int row = 0; row < int(std::size(saveCases)); ++row)
-        QTest::newRow(saveCases[row].name) << row;
-}
+} // namespace
 
-void RentalTest::savingResolvesOrRefuses() {
-    QFETCH(int, row);
-    const SaveCase& c = saveCases[row];
-    RentalShop shop;
-    QVERIFY(shop.open());
-    shop.type(c.code.isEmpty() ? "search" : "code", c.code + c.title);
-    if (c.code.isEmpty())
-        QCOMPARE(shop.field("film")->text(), c.title);
-    MatchList* films = shop.app->screen.filmMatches;
-    QCOMPARE(films->isHidden() ? 0 : films->items().size(), c.listed);
-    shop.type("client", c.client);
-    if (!c.start.isEmpty()) {
-        const QString due = shop.field("due")->text();
-        shop.type("start", c.start);
-        const std::optional<Instant> typed = parseDateTime(c.start);
-        QCOMPARE(shop.field("due")->text(), typed ? dateTimeText(typed->plusSeconds(259200)) : due);
+class RentalTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    // A new release (the keys test rents a catalogue title and answers N).
+    void dueFineAndRewind() {
+        RentalShop shop;
+        QVERIFY(shop.open());
+        shop.type("code", "4");
+        shop.type("client", "maria silva");
+        shop.click("SALVAR");
+        const Rental rental = shop.saved().rentals.last();
+        QCOMPARE(rental.due.seconds - rental.start.seconds, 86400.0);
+        QCOMPARE(shop.saved().entries.last().description, "Locação: TWISTER / MARIA SILVA");
+
+        // Back two calendar days late at 2,00 a day.
+        const Instant back = rental.due.plusSeconds(2 * 86400 + 60);
+        shop.app->clock = [back] {
+            return back;
+        };
+        shop.app->table->selectRow(int(shop.app->filteredIDs.indexOf(rental.id)));
+        DialogAnswerer details(DialogAnswerer::clickButton(0));
+        shop.click("SELECIONAR");
+        QVERIFY(details.seen().text.endsWith("Multa atual: R$ 4,00")); // the text box shows a plain space
+        DialogAnswerer rewind(DialogAnswerer::pressKey(Qt::Key_S));
+        shop.click("FINALIZAR");
+        QCOMPARE(rewind.seen().title, "FITA FOI REBOBINADA? [S/N]");
+
+        const Store saved = shop.saved();
+        QCOMPARE(saved.rentals.last().fine, 400);
+        QVERIFY(saved.rentals.last().rewound == true && saved.rentals.last().rewindFee == 0);
+        QCOMPARE(saved.entries.last().description, "Multa: TWISTER");
+        QVERIFY(!shop.app->filteredIDs.contains(rental.id)); // nothing left to return twice
     }
-    DialogAnswerer answerer(DialogAnswerer::pressKey(Qt::Key_Return));
-    shop.click("SALVAR");
-    QCOMPARE(answerer.seen().title, c.refusal);
-    const QList<Rental> saved = shop.saved().rentals;
-    QCOMPARE(saved.size(), c.refusal.isEmpty() ? 3 : 2);
-    if (c.refusal.isEmpty())
-        QVERIFY(saved.last().copy == 1 && saved.last().customer == "C1");
-}
 
-// The question cancelled, or answered after the tape was returned elsewhere: nothing is written.
-void RentalTest::returnAnswers_data() {
-    QTest::addColumn<bool>("returnedMeanwhile");
-    QTest::newRow("cancelled") << false;
-    QTest::newRow("already returned") << true;
-}
+    void savingResolvesOrRefuses_data() {
+        QTest::addColumn<int>("row");
+        for (int row = 0; row < int(std::size(saveCases)); ++row)
+            QTest::newRow(saveCases[row].name) << row;
+    }
 
-void RentalTest::returnAnswers() {
-    QFETCH(bool, returnedMeanwhile);
-    RentalShop shop;
-    QVERIFY(shop.open());
-    shop.app->navigate(Section::returns);
-    shop.app->table->selectRow(int(shop.app->filteredIDs.indexOf("OUT-F1")));
-    std::unique_ptr<DialogAnswerer> failure;
-    DialogAnswerer question([&](StyledDialog* dialog) {
-        if (returnedMeanwhile) {
-            shop.app->store.rentals.first().returned = now;
-            failure = std::make_unique<DialogAnswerer>(DialogAnswerer::pressKey(Qt::Key_Return));
+    void savingResolvesOrRefuses() {
+        QFETCH(int, row);
+        const SaveCase& c = saveCases[row];
+        RentalShop shop;
+        QVERIFY(shop.open());
+        shop.type(c.code.isEmpty() ? "search" : "code", c.code + c.title);
+        if (c.code.isEmpty())
+            QCOMPARE(shop.field("film")->text(), c.title);
+        MatchList* films = shop.app->screen.filmMatches;
+        QCOMPARE(films->isHidden() ? 0 : films->items().size(), c.listed);
+        shop.type("client", c.client);
+        if (!c.start.isEmpty()) {
+            const QString due = shop.field("due")->text();
+            shop.type("start", c.start);
+            const std::optional<Instant> typed = parseDateTime(c.start);
+            QCOMPARE(shop.field("due")->text(), typed ? dateTimeText(typed->plusSeconds(259200)) : due);
         }
-        DialogAnswerer::pressKey(returnedMeanwhile ? Qt::Key_S : Qt::Key_Escape)(dialog);
-    });
-    shop.click("FINALIZAR");
-    QVERIFY(question.answered());
-    if (failure)
-        QCOMPARE(failure->seen().title + ": " + failure->seen().text,
-                 "Devolução não salva: Esta fita já foi devolvida.");
-    QVERIFY(shop.saved().rentals == ::shop().rentals && shop.saved().entries.isEmpty());
-}
+        DialogAnswerer answerer(DialogAnswerer::pressKey(Qt::Key_Return));
+        shop.click("SALVAR");
+        QCOMPARE(answerer.seen().title, c.refusal);
+        const QList<Rental> saved = shop.saved().rentals;
+        QCOMPARE(saved.size(), c.refusal.isEmpty() ? 3 : 2);
+        if (c.refusal.isEmpty())
+            QVERIFY(saved.last().copy == 1 && saved.last().customer == "C1");
+    }
 
-void RentalTest::cashEntries_data() {
-    QTest::addColumn<QStringList>("typed");
-    QTest::addColumn<QString>("refusal");
-    QTest::addColumn<qint64>("amount"); // 0: nothing written
-    QTest::newRow("money out") << QStringList{"Troco", "saída", "10,00"} << "" << qint64(-1000);
-    QTest::newRow("money in") << QStringList{"Venda", "Entrada", "5,50"} << "" << qint64(550);
-    QTest::newRow("zero") << QStringList{"Venda", "ENTRADA", "0"} << "" << qint64(0);
-    QTest::newRow("other type") << QStringList{"Doação", "doação", "5,00"} << "Tipo inválido" << qint64(0);
-}
+    // The question cancelled, or answered after the tape was returned elsewhere: nothing is written.
+    void returnAnswers_data() {
+        QTest::addColumn<bool>("returnedMeanwhile");
+        QTest::newRow("cancelled") << false;
+        QTest::newRow("already returned") << true;
+    }
 
-void RentalTest::cashEntries() {
-    QFETCH(QStringList, typed);
-    QFETCH(QString, refusal);
-    QFETCH(qint64, amount);
-    RentalShop shop;
-    QVERIFY(shop.open());
-    std::unique_ptr<DialogAnswerer> followUp;
-    DialogAnswerer answerer([&](StyledDialog* dialog) {
-        const QList<DOSField*> fields = dialog->accessory()->findChildren<DOSField*>();
-        for (int i = 0; i < fields.size(); ++i)
-            fields[i]->setText(typed[i]);
-        followUp = std::make_unique<DialogAnswerer>(DialogAnswerer::pressKey(Qt::Key_Return));
-        dialog->buttons().first()->click();
-    });
-    shop.app->cashEntry();
-    QVERIFY(answerer.answered() && followUp != nullptr);
-    QCOMPARE(followUp->seen().title, refusal);
-    const QList<Entry> entries = shop.saved().entries;
-    QCOMPARE(entries.size(), amount != 0 ? 1 : 0);
-    if (amount != 0)
-        QVERIFY(entries.last().amount == amount && entries.last().description == typed.first());
-}
+    void returnAnswers() {
+        QFETCH(bool, returnedMeanwhile);
+        RentalShop shop;
+        QVERIFY(shop.open());
+        shop.app->navigate(Section::returns);
+        shop.app->table->selectRow(int(shop.app->filteredIDs.indexOf("OUT-F1")));
+        std::unique_ptr<DialogAnswerer> failure;
+        DialogAnswerer question([&](StyledDialog* dialog) {
+            if (returnedMeanwhile) {
+                shop.app->store.rentals.first().returned = now;
+                failure = std::make_unique<DialogAnswerer>(DialogAnswerer::pressKey(Qt::Key_Return));
+            }
+            DialogAnswerer::pressKey(returnedMeanwhile ? Qt::Key_S : Qt::Key_Escape)(dialog);
+        });
+        shop.click("FINALIZAR");
+        QVERIFY(question.answered());
+        if (failure)
+            QCOMPARE(failure->seen().title + ": " + failure->seen().text,
+                     "Devolução não salva: Esta fita já foi devolvida.");
+        QVERIFY(shop.saved().rentals == ::shop().rentals && shop.saved().entries.isEmpty());
+    }
 
-void RentalTest::suggestionNamesOnlyFilmsOnTheShelf() {
-    RentalShop shop;
-    QVERIFY(shop.open());
-    QList<qsizetype> offered;
-    shop.app->randomIndex = [&offered](qsizetype count) {
-        offered.append(count);
-        return count - 1;
-    };
-    DialogAnswerer first(DialogAnswerer::pressKey(Qt::Key_Return));
-    shop.app->suggestHouse();
-    // Of four films, one was removed and one has no copy on the shelf.
-    QCOMPARE(offered, QList<qsizetype>{2});
-    QCOMPARE(first.seen().text, QStringLiteral("Hoje eu recomendo: TWISTER\nCOD-0004 • ANO NÃO INFORMADO\nAção\n\n"
-                                               "Pegue a pipoca e boa sessão!"));
+    void cashEntries_data() {
+        QTest::addColumn<QStringList>("typed");
+        QTest::addColumn<QString>("refusal");
+        QTest::addColumn<qint64>("amount"); // 0: nothing written
+        QTest::newRow("money out") << QStringList{"Troco", "saída", "10,00"} << "" << qint64(-1000);
+        QTest::newRow("money in") << QStringList{"Venda", "Entrada", "5,50"} << "" << qint64(550);
+        QTest::newRow("zero") << QStringList{"Venda", "ENTRADA", "0"} << "" << qint64(0);
+        QTest::newRow("other type") << QStringList{"Doação", "doação", "5,00"} << "Tipo inválido" << qint64(0);
+    }
 
-    Store everythingOut = shop.app->store;
-    for (const char* film : {"F1", "F4"})
-        everythingOut.rentals.append(Rental{.id = QStringLiteral("X") + film, .film = film, .due = now, .copy = 1});
-    QVERIFY(shop.app->commit(everythingOut));
-    DialogAnswerer second(DialogAnswerer::pressKey(Qt::Key_Return));
-    shop.app->suggestHouse();
-    QCOMPARE(second.seen().text, QStringLiteral("Não há fitas disponíveis no acervo."));
-    QCOMPARE(offered.size(), 1);
-}
+    void cashEntries() {
+        QFETCH(QStringList, typed);
+        QFETCH(QString, refusal);
+        QFETCH(qint64, amount);
+        RentalShop shop;
+        QVERIFY(shop.open());
+        std::unique_ptr<DialogAnswerer> followUp;
+        DialogAnswerer answerer([&](StyledDialog* dialog) {
+            const QList<DOSField*> fields = dialog->accessory()->findChildren<DOSField*>();
+            for (int i = 0; i < fields.size(); ++i)
+                fields[i]->setText(typed[i]);
+            followUp = std::make_unique<DialogAnswerer>(DialogAnswerer::pressKey(Qt::Key_Return));
+            dialog->buttons().first()->click();
+        });
+        shop.app->cashEntry();
+        QVERIFY(answerer.answered() && followUp != nullptr);
+        QCOMPARE(followUp->seen().title, refusal);
+        const QList<Entry> entries = shop.saved().entries;
+        QCOMPARE(entries.size(), amount != 0 ? 1 : 0);
+        if (amount != 0)
+            QVERIFY(entries.last().amount == amount && entries.last().description == typed.first());
+    }
+
+    void suggestionNamesOnlyFilmsOnTheShelf() {
+        RentalShop shop;
+        QVERIFY(shop.open());
+        QList<qsizetype> offered;
+        shop.app->randomIndex = [&offered](qsizetype count) {
+            offered.append(count);
+            return count - 1;
+        };
+        DialogAnswerer first(DialogAnswerer::pressKey(Qt::Key_Return));
+        shop.app->suggestHouse();
+        // Of four films, one was removed and one has no copy on the shelf.
+        QCOMPARE(offered, QList<qsizetype>{2});
+        QCOMPARE(first.seen().text, QStringLiteral("Hoje eu recomendo: TWISTER\nCOD-0004 • ANO NÃO INFORMADO\nAção\n\n"
+                                                   "Pegue a pipoca e boa sessão!"));
+
+        Store everythingOut = shop.app->store;
+        for (const char* film : {"F1", "F4"})
+            everythingOut.rentals.append(Rental{.id = QStringLiteral("X") + film, .film = film, .due = now, .copy = 1});
+        QVERIFY(shop.app->commit(everythingOut));
+        DialogAnswerer second(DialogAnswerer::pressKey(Qt::Key_Return));
+        shop.app->suggestHouse();
+        QCOMPARE(second.seen().text, QStringLiteral("Não há fitas disponíveis no acervo."));
+        QCOMPARE(offered.size(), 1);
+    }
+};
 
 QTEST_MAIN(RentalTest)
 #include "test_rental.moc"

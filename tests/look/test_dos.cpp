@@ -57,39 +57,6 @@ private slots:
         QCOMPARE(screenPixels(DOS::font(requested)), pixels);
     }
 
-    void threshold_data() {
-        QTest::addColumn<float>("red");
-        QTest::addColumn<float>("green");
-        QTest::addColumn<float>("blue");
-        QTest::addColumn<bool>("white");
-        QTest::newRow("grey 0.75") << 0.75f << 0.75f << 0.75f << true;
-        QTest::newRow("one component 0.74") << 0.74f << 0.75f << 0.75f << false;
-        QTest::newRow("mean reaches 0.75") << 1.0f << 1.0f << 0.25f << true;
-    }
-
-    void threshold() {
-        QFETCH(float, red);
-        QFETCH(float, green);
-        QFETCH(float, blue);
-        QFETCH(bool, white);
-        // Written as floats: 0.75 in 8 or 16 bits would already be a little below 0.75.
-        QImage picture(3, 2, QImage::Format_RGBA32FPx4);
-        picture.fill(Qt::black);
-        auto* samples = reinterpret_cast<float*>(picture.scanLine(1));
-        samples[4] = red;
-        samples[5] = green;
-        samples[6] = blue;
-        samples[7] = 1.0f;
-
-        const QImage strokes = DOS::whiteStrokes(picture);
-        QCOMPARE(strokes.format(), QImage::Format_RGBA8888);
-        const uchar* target = strokes.constScanLine(1) + 4;
-        const uchar expected = white ? 255 : 0;
-        for (int k = 0; k < 4; ++k)
-            QCOMPARE(target[k], expected);
-        QCOMPARE(strokes.pixel(0, 0), 0u); // black stays transparent
-    }
-
     void dialogIconFitsAsPureStrokes() {
         // Also proves the picture is linked into the executable.
         const std::optional<QImage> icon = DOS::dialogIcon();

@@ -99,13 +99,6 @@ private slots:
         splash.enterButton()->hide();
         QTRY_COMPARE(splash.content()->height(), before - enter.height() - 24);
         QVERIFY(centredAt(0.84 * 425));
-
-        // A 3-pixel border the shell can switch off.
-        QImage image = render::of(splash);
-        QCOMPARE(image.pixel(2, 425), rgb(DOS::border()));
-        QCOMPARE(image.pixel(3, 425), rgb(DOS::blue()));
-        splash.setBorderWidth(0);
-        QCOMPARE(render::of(splash).pixel(0, 425), rgb(DOS::blue()));
     }
 };
 

@@ -1,15 +1,7 @@
+#include "support/Files.h"
 #include "support/ProgramRun.h"
 
 #include <QtTest>
-
-namespace {
-
-QString contents(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QStringLiteral("(missing)");
-}
-
-} // namespace
 
 class TestCommandLine : public QObject {
     Q_OBJECT
@@ -56,14 +48,12 @@ private slots:
         const QDir golden(QStringLiteral(CINEFITA_SOURCE_DIR "/tests/print/pages"));
         QCOMPARE(written.entryList(QDir::Files | QDir::Hidden, QDir::Name), golden.entryList(QDir::Files, QDir::Name));
         for (const QString& page : golden.entryList(QDir::Files))
-            QCOMPARE(contents(written.filePath(page)), contents(golden.filePath(page)));
+            QCOMPARE(fileText(written.filePath(page)), fileText(golden.filePath(page)));
     }
 
     void printFixturesFailure() {
         QTemporaryDir work;
-        QFile blocker(work.filePath(QStringLiteral("arquivo")));
-        QVERIFY(blocker.open(QIODevice::WriteOnly));
-        blocker.close();
+        QVERIFY(writeFile(work.filePath(QStringLiteral("arquivo")), {}));
         const ProgramRun result = runProgram({QStringLiteral("--print-fixtures"), QStringLiteral("arquivo/paginas")},
                                              QProcessEnvironment::systemEnvironment(), work.path());
         QVERIFY(result.exitCode > 0);

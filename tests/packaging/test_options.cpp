@@ -46,23 +46,6 @@ private slots:
         if (outputStart == versionLine)
             QCOMPARE(result.out, versionLine);
     }
-
-    void helpNamesEveryModeAndVariable() {
-        QTemporaryDir scratch;
-        const ProgramRun result =
-            runWithoutWindow({QStringLiteral("--help")}, scratch.filePath(QStringLiteral("dados")));
-        const QStringList lines = result.out.split(QLatin1Char('\n'));
-        const QStringList items = QStringLiteral("--self-test --editing-test --resource-test --preview "
-                                                 "--print-fixtures --version --help CINEFITA_DATA_DIR "
-                                                 "CINEFITA_PREVIEW_PATH CINEFITA_PREVIEW_HOME CINEFITA_FONT_PATH")
-                                      .split(QLatin1Char(' '));
-        for (const QString& item : items) {
-            // One line each, starting with the name and explaining it after.
-            const QStringList matching =
-                lines.filter(QRegularExpression(QStringLiteral("^  %1 +\\S").arg(QRegularExpression::escape(item))));
-            QVERIFY2(matching.size() == 1, qPrintable(item));
-        }
-    }
 };
 
 QTEST_GUILESS_MAIN(TestOptions)

@@ -1,5 +1,6 @@
 #include "records/JSONWriter.h"
 #include "records/StoreJSON.h"
+#include "support/Files.h"
 
 #include <QFile>
 #include <QRandomGenerator>
@@ -28,32 +29,13 @@ const QStringList texts = {
 };
 const QList<qint64> integers = {
     0, -1, 1, 550, -2500, std::numeric_limits<qint64>::min(), std::numeric_limits<qint64>::max(), 1000000};
-const QList<double> dates = {0.0,
-                             -0.0,
-                             0.001,
-                             0.0001,
-                             1e-7,
-                             700000000,
-                             700000000.25,
-                             700000000.125,
-                             700000000.001,
-                             812345678.123456789,
-                             0.1 + 0.2,
-                             -1234.75,
-                             1e12,
-                             999999999999.999,
-                             1e15,
-                             1e21,
-                             1e300,
-                             5e-324,
-                             86400,
-                             123456789012.5,
-                             -700000000.5,
-                             0.5,
-                             10,
-                             1.5e-3,
-                             999.9995,
-                             4503599627370496.5};
+// clang-format off
+const QList<double> dates = {
+    0.0, -0.0, 0.001, 0.0001, 1e-7, 700000000, 700000000.25, 700000000.125, 700000000.001, 812345678.123456789,
+    0.1 + 0.2, -1234.75, 1e12, 999999999999.999, 1e15, 1e21, 1e300, 5e-324, 86400, 123456789012.5, -700000000.5, 0.5,
+    10, 1.5e-3, 999.9995, 4503599627370496.5
+};
+// clang-format on
 
 template <typename T> T pick(const QList<T>& pool, int index, int stride) {
     return pool[(index * stride + stride / 2) % pool.size()];
@@ -90,8 +72,7 @@ Store variedStore(int records) {
 }
 
 QByteArray golden(const char* name) {
-    QFile file(QStringLiteral(CINEFITA_SOURCE_DIR "/tests/records/data/") + name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return fileBytes(QStringLiteral(CINEFITA_SOURCE_DIR "/tests/records/data/") + name);
 }
 
 } // namespace

@@ -1,22 +1,12 @@
 #include "records/StoreJSON.h"
 #include "storage/StartupLoading.h"
 #include "support/Failures.h"
+#include "support/Files.h"
 #include "support/RawDatabase.h"
 
 #include <QtTest>
 
 namespace {
-
-void writeFile(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), bytes.size());
-}
-
-QByteArray readFile(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
 
 // Films without codes and five rentals, as versions before codes wrote them.
 QByteArray legacyDocument() {
@@ -39,8 +29,6 @@ class TestStartupLoading : public QObject {
 
 private slots:
     void dataFolderFromEnvironment() {
-        const QByteArray saved = qgetenv("CINEFITA_DATA_DIR");
-        const bool wasSet = qEnvironmentVariableIsSet("CINEFITA_DATA_DIR");
         qputenv("CINEFITA_DATA_DIR", "relativa/dados");
         QCOMPARE(dataFolderPath(), QDir::current().absoluteFilePath(QStringLiteral("relativa/dados")));
         qputenv("CINEFITA_DATA_DIR", "/var/tmp/cinefita");
@@ -49,8 +37,6 @@ private slots:
         QVERIFY(dataFolderPath().endsWith(QStringLiteral("/Rebobina")));
         QCOMPARE(QFileInfo(dataFolderPath()).path(),
                  QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
-        if (wasSet)
-            qputenv("CINEFITA_DATA_DIR", saved);
     }
 
     void newFolder() {
@@ -69,8 +55,8 @@ private slots:
     void migratesLegacyFileOnce() {
         QTemporaryDir folder;
         const QByteArray legacy = "\xEF\xBB\xBF" + legacyDocument(); // as a text editor saves it
-        writeFile(folder.filePath(QStringLiteral("dados.json")), legacy);
-        writeFile(folder.filePath(QStringLiteral("dados-antes-3.0.json")), "old copy");
+        QVERIFY(writeFile(folder.filePath(QStringLiteral("dados.json")), legacy));
+        QVERIFY(writeFile(folder.filePath(QStringLiteral("dados-antes-3.0.json")), "old copy"));
 
         const LoadedStore first = loadAtStartup(folder.path());
         QList<qint64> codes;
@@ -81,11 +67,11 @@ private slots:
         QCOMPARE(first.store.rentals.size(), 5);
         QCOMPARE(first.store.reportRentalBaseline, 5);
         QCOMPARE(first.database->load(), first.store);
-        QCOMPARE(readFile(folder.filePath(QStringLiteral("dados-antes-3.0.json"))), legacy);
-        QCOMPARE(readFile(folder.filePath(QStringLiteral("dados.json"))), legacy);
+        QCOMPARE(fileBytes(folder.filePath(QStringLiteral("dados-antes-3.0.json"))), legacy);
+        QCOMPARE(fileBytes(folder.filePath(QStringLiteral("dados.json"))), legacy);
 
         // From now on the database is the data; the legacy file is not read again.
-        writeFile(folder.filePath(QStringLiteral("dados.json")), "not json at all");
+        QVERIFY(writeFile(folder.filePath(QStringLiteral("dados.json")), "not json at all"));
         const LoadedStore second = loadAtStartup(folder.path());
         QCOMPARE(second.store, first.store);
     }
@@ -95,7 +81,7 @@ private slots:
         Store store;
         store.reportRentalBaseline = 2;
         store.films.append(Film{QStringLiteral("f"), QStringLiteral("Alien"), QStringLiteral("Terror"), 1, 300, 42});
-        writeFile(folder.filePath(QStringLiteral("dados.json")), encodeStore(store));
+        QVERIFY(writeFile(folder.filePath(QStringLiteral("dados.json")), encodeStore(store)));
         QCOMPARE(loadAtStartup(folder.path()).store, store);
     }
 
@@ -132,14 +118,14 @@ private slots:
         if (blocker.endsWith(u'/'))
             QVERIFY(QDir().mkpath(root.filePath(blocker)));
         else if (!blocker.isEmpty())
-            writeFile(root.filePath(blocker), "a file, not a folder");
+            QVERIFY(writeFile(root.filePath(blocker), "a file, not a folder"));
         const QString database = QDir(folder).filePath(QStringLiteral("cinefita.sqlite"));
         if (!payload.isNull()) {
             loadAtStartup(folder);
             QVERIFY(RawDatabase(database).exec("UPDATE state SET payload=CAST(X'" + payload.toHex() + "' AS TEXT)"));
         }
         if (!legacy.isNull() && QDir().mkpath(folder))
-            writeFile(QDir(folder).filePath(QStringLiteral("dados.json")), legacy);
+            QVERIFY(writeFile(QDir(folder).filePath(QStringLiteral("dados.json")), legacy));
 
         const QString failure = failureOf<StartupError>([&] { loadAtStartup(folder); });
         QVERIFY2(!failure.isEmpty() && failure.contains(message), qPrintable(failure));
