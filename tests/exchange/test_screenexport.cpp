@@ -64,8 +64,6 @@ private slots:
         QCOMPARE(back.films.size(), 3);
         QCOMPARE(filmExportTable(back.films.mid(1)), table);
     }
-
-    void status() { QCOMPARE(exportedStatus(QStringLiteral("/tmp/x.csv")), QStringLiteral("EXPORTADO  │  x.csv")); }
 };
 
 QTEST_APPLESS_MAIN(TestScreenExport)

@@ -1,12 +1,9 @@
-// Print pages built from records whose texts come from the input. Each page is
-// built twice: with the texts as given and with every <, >, &, " and ' in them
-// replaced by _. Read as an HTML tokenizer reads them, with those characters read
-// as _ too, both pages must be the same, so no character of user text ever became
-// markup.
+// Print pages built from records whose texts come from the input, each checked
+// against the same page built from neutral texts (support/MarkupCheck.h).
 #include "print/Labels.h"
 #include "print/MatrixReport.h"
 #include "print/MemberCard.h"
-#include "support/PageTokens.h"
+#include "support/MarkupCheck.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -14,9 +11,9 @@
 namespace {
 
 void compare(const QString& page, const QString& neutralPage) {
-    if (neutralTokens(page) != neutralTokens(neutralPage)) {
-        std::fprintf(stderr, "pages differ:\n%s\n---- with neutral texts:\n%s\n", qPrintable(page),
-                     qPrintable(neutralPage));
+    const QString difference = markupDifference(page, neutralPage);
+    if (!difference.isEmpty()) {
+        std::fprintf(stderr, "pages differ:\n%s\n", qPrintable(difference));
         std::abort();
     }
 }

@@ -113,12 +113,6 @@ private slots:
         QCOMPARE(answers, std::make_optional(QStringList{"Troco", "10,00"}));
     }
 
-    void formCancelled() {
-        DialogAnswerer answerer(DialogAnswerer::clickButton(1));
-        QCOMPARE((*app)->form("Nome da locadora", {{"NOME", "LOCADORA"}}, "OK"), std::nullopt);
-        QCOMPARE(answerer.seen().buttons, QStringList({"OK", "CANCELAR"}));
-    }
-
     void ringKeys_data() {
         QTest::addColumn<int>("focused"); // 0 field, 1 and 2 buttons, 3 read-only text
         QTest::addColumn<int>("key");

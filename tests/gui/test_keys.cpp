@@ -48,7 +48,6 @@ private slots:
         QTest::addColumn<int>("key");
         QTest::addColumn<bool>("toLast");
         QTest::newRow("tab, nothing focused") << false << int(Qt::Key_Tab) << false;
-        QTest::newRow("shift-tab, nothing focused") << false << int(Qt::Key_Backtab) << false;
         QTest::newRow("tab from the last") << true << int(Qt::Key_Tab) << false;
         QTest::newRow("shift-tab from the heading") << false << int(Qt::Key_Backtab) << true;
     }

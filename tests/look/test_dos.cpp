@@ -47,7 +47,6 @@ private slots:
         // Not rounded: 20 or 23 would be the fault.
         QTest::newRow("list cells") << 14.0 << 20.3;
         QTest::newRow("fields") << 16.0 << 23.2;
-        QTest::newRow("tagline") << 20.0 << 29.0;
     }
 
     void fontSizes() {

@@ -38,6 +38,28 @@ QStringList lines(const QList<Entry>& entries) {
     return result;
 }
 
+struct DueCase {
+    QString zone, start;
+    bool release;
+    QString due;
+};
+struct OverdueCase {
+    QString zone, due, now;
+    qint64 days;
+    double dueShift = 0; // seconds added to the due time
+};
+struct FreeCopyCase {
+    qint64 copies;
+    QList<qint64> held;
+    qint64 requested, expected;
+};
+struct ReturnCase {
+    QString now;
+    bool rewound;
+    qint64 fine;
+    QStringList entries;
+};
+
 } // namespace
 
 class TestRentalRules : public QObject {
@@ -46,114 +68,80 @@ class TestRentalRules : public QObject {
 private slots:
     // Elapsed seconds, whatever the clock does in between.
     void automaticDue_data() {
-        QTest::addColumn<QString>("zone");
-        QTest::addColumn<QString>("start");
-        QTest::addColumn<bool>("release");
-        QTest::addColumn<QString>("due");
-        const auto row = [](const char* name, const char* zone, const char* start, bool release, const char* due) {
-            QTest::newRow(name) << QString(zone) << QString(start) << release << QString(due);
-        };
-        row("Berlin 23-hour day", "Europe/Berlin", "29/03/2025 12:00", true, "30/03/2025 13:00");
-        row("Berlin 25-hour day", "Europe/Berlin", "25/10/2025 12:00", true, "26/10/2025 11:00");
-        row("São Paulo midnight skipped", "America/Sao_Paulo", "03/11/2018 12:00", false, "06/11/2018 13:00");
+        QTest::addColumn<DueCase>("c");
+        QTest::newRow("Berlin 23-hour day") << DueCase{"Europe/Berlin", "29/03/2025 12:00", true, "30/03/2025 13:00"};
+        QTest::newRow("Berlin 25-hour day") << DueCase{"Europe/Berlin", "25/10/2025 12:00", true, "26/10/2025 11:00"};
+        QTest::newRow("São Paulo midnight skipped")
+            << DueCase{"America/Sao_Paulo", "03/11/2018 12:00", false, "06/11/2018 13:00"};
     }
     void automaticDue() {
-        QFETCH(QString, zone);
-        QFETCH(QString, start);
-        QFETCH(bool, release);
-        QFETCH(QString, due);
-        if (!inZone(zone))
+        QFETCH(DueCase, c);
+        if (!inZone(c.zone))
             QSKIP("other zone");
-        const Instant to = ::automaticDue(at(start), release);
-        QCOMPARE(to.seconds - at(start).seconds, release ? 86400.0 : 259200.0);
-        QCOMPARE(dateTimeText(to), due);
+        const Instant to = ::automaticDue(at(c.start), c.release);
+        QCOMPARE(to.seconds - at(c.start).seconds, c.release ? 86400.0 : 259200.0);
+        QCOMPARE(dateTimeText(to), c.due);
     }
 
     void overdue_data() {
-        QTest::addColumn<QString>("zone");
-        QTest::addColumn<QString>("due");
-        QTest::addColumn<QString>("now");
-        QTest::addColumn<qint64>("days");
-        QTest::addColumn<double>("dueShift"); // seconds added to the due time
-        const auto row = [](const char* name, const char* zone, const char* due, const char* now, qint64 days,
-                            double dueShift = 0) {
-            QTest::newRow(name) << QString(zone) << QString(due) << QString(now) << days << dueShift;
-        };
-        row("early", "", "10/10/2026 18:00", "08/10/2026 09:00", 0);
-        row("Berlin 23-hour day", "Europe/Berlin", "30/03/2025 12:00", "31/03/2025 00:00", 1);
-        row("Berlin 25-hour day", "Europe/Berlin", "26/10/2025 10:00", "27/10/2025 10:00", 1);
-        row("São Paulo midnight skipped", "America/Sao_Paulo", "03/11/2018 12:00", "04/11/2018 01:00", 1);
-        row("due a breath before midnight", "", "11/10/2026 00:00", "11/10/2026 09:00", 1, -0.0004);
+        QTest::addColumn<OverdueCase>("c");
+        QTest::newRow("early") << OverdueCase{"", "10/10/2026 18:00", "08/10/2026 09:00", 0};
+        QTest::newRow("Berlin 23-hour day") << OverdueCase{"Europe/Berlin", "30/03/2025 12:00", "31/03/2025 00:00", 1};
+        QTest::newRow("Berlin 25-hour day") << OverdueCase{"Europe/Berlin", "26/10/2025 10:00", "27/10/2025 10:00", 1};
+        QTest::newRow("São Paulo midnight skipped")
+            << OverdueCase{"America/Sao_Paulo", "03/11/2018 12:00", "04/11/2018 01:00", 1};
+        QTest::newRow("due a breath before midnight")
+            << OverdueCase{"", "11/10/2026 00:00", "11/10/2026 09:00", 1, -0.0004};
     }
     void overdue() {
-        QFETCH(QString, zone);
-        QFETCH(QString, due);
-        QFETCH(QString, now);
-        QFETCH(qint64, days);
-        QFETCH(double, dueShift);
-        if (!inZone(zone))
+        QFETCH(OverdueCase, c);
+        if (!inZone(c.zone))
             QSKIP("other zone");
         Rental late = rental("r", "f", 1);
-        late.due = at(due).plusSeconds(dueShift);
-        QCOMPARE(::overdue(late, at(now)), days);
+        late.due = at(c.due).plusSeconds(c.dueShift);
+        QCOMPARE(::overdue(late, at(c.now)), c.days);
     }
 
+    // Of a film's copies, with the copies its open rentals hold (none: a legacy rental without a copy).
     void freeCopy_data() {
-        QTest::addColumn<qint64>("copies");
-        QTest::addColumn<QList<qint64>>("held"); // copies of the film's open rentals
-        QTest::addColumn<qint64>("requested");
-        QTest::addColumn<qint64>("expected");
-
-        QTest::newRow("requested past copies") << qint64(2) << QList<qint64>{1} << qint64(3) << none;
-        QTest::newRow("lowest gap") << qint64(3) << QList<qint64>{2} << none << qint64(1);
-        QTest::newRow("legacy takes what is left") << qint64(3) << QList<qint64>{none, 1} << none << qint64(3);
-        QTest::newRow("no copies") << qint64(0) << QList<qint64>{} << none << none;
+        QTest::addColumn<FreeCopyCase>("c");
+        QTest::newRow("requested past copies") << FreeCopyCase{2, {1}, 3, none};
+        QTest::newRow("lowest gap") << FreeCopyCase{3, {2}, none, 1};
+        QTest::newRow("legacy takes what is left") << FreeCopyCase{3, {none, 1}, none, 3};
+        QTest::newRow("no copies") << FreeCopyCase{0, {}, none, none};
     }
     void freeCopy() {
-        QFETCH(qint64, copies);
-        QFETCH(QList<qint64>, held);
-        QFETCH(qint64, requested);
-        QFETCH(qint64, expected);
-
-        const Film film{.id = "f", .copies = copies};
+        QFETCH(FreeCopyCase, c);
+        const Film film{.id = "f", .copies = c.copies};
         Store store;
         // Returned rentals and other films' rentals hold nothing.
         store.rentals = {rental("a", "f", 1, false), rental("b", "f", none, false), rental("c", "g", 1)};
-        for (const qint64 copy : held)
+        for (const qint64 copy : c.held)
             store.rentals.append(rental("r", "f", copy));
-        const auto wanted = requested == none ? std::nullopt : std::optional(requested);
-        QCOMPARE(::freeCopy(store, film, wanted).value_or(none), expected);
+        const auto wanted = c.requested == none ? std::nullopt : std::optional(c.requested);
+        QCOMPARE(::freeCopy(store, film, wanted).value_or(none), c.expected);
     }
 
     void returned_data() {
-        QTest::addColumn<QString>("now");
-        QTest::addColumn<bool>("rewound");
-        QTest::addColumn<qint64>("fine");
-        QTest::addColumn<QStringList>("entries");
-
-        QTest::newRow("late, not rewound") << "12/10/2026 09:00" << false << qint64(600)
-                                           << QStringList{"Multa: Tubarão=600", "Taxa de rebobinagem: Tubarão=100"};
-        QTest::newRow("on time, rewound") << "10/10/2026 23:00" << true << qint64(0) << QStringList{};
-        QTest::newRow("late, rewound") << "11/10/2026 08:00" << true << qint64(300)
-                                       << QStringList{"Multa: Tubarão=300"};
+        QTest::addColumn<ReturnCase>("c");
+        QTest::newRow("late, not rewound")
+            << ReturnCase{"12/10/2026 09:00", false, 600, {"Multa: Tubarão=600", "Taxa de rebobinagem: Tubarão=100"}};
+        QTest::newRow("on time, rewound") << ReturnCase{"10/10/2026 23:00", true, 0, {}};
+        QTest::newRow("late, rewound") << ReturnCase{"11/10/2026 08:00", true, 300, {"Multa: Tubarão=300"}};
     }
     void returned() {
-        QFETCH(QString, now);
-        QFETCH(bool, rewound);
-        QFETCH(qint64, fine);
-        QFETCH(QStringList, entries);
-
+        QFETCH(ReturnCase, c);
         const Store before = shop();
-        const Store after = returnedStore(before, "r1", rewound, at(now));
+        const Store after = returnedStore(before, "r1", c.rewound, at(c.now));
         Rental expected = before.rentals[1];
-        expected.returned = at(now);
-        expected.fine = fine;
-        expected.rewound = rewound;
-        expected.rewindFee = rewound ? 0 : 100;
+        expected.returned = at(c.now);
+        expected.fine = c.fine;
+        expected.rewound = c.rewound;
+        expected.rewindFee = c.rewound ? 0 : 100;
         QCOMPARE(after.rentals, (QList<Rental>{before.rentals[0], expected}));
-        QCOMPARE(lines(after.entries), entries);
+        QCOMPARE(lines(after.entries), c.entries);
         for (const Entry& entry : after.entries)
-            QCOMPARE(entry.date, at(now));
+            QCOMPARE(entry.date, at(c.now));
     }
 
     void returningTwiceFails() {
