@@ -116,6 +116,29 @@ struct ShopOnDisk {
     }
     Store saved() const { return *LocalDatabase(dir.filePath("cinefita.sqlite")).load(); }
     DOSField* field(const QString& key) const { return app->screen.formView->fields().value(key); }
+    // The shown button with that title: a menu entry, a tab or an action; null when none.
+    DOSButton* button(const QString& title) const {
+        for (DOSButton* candidate : app->navButtons + app->screen.tabs + app->screen.actionButtons)
+            if (candidate->text() == title)
+                return candidate;
+        return nullptr;
+    }
+
+    // The operator at the keyboard: every key goes to the focused widget of the real window.
+    QWidget* focused() const { return app->window->focusWidget(); }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
+        QTest::keyClick(focused() != nullptr ? focused() : app->window, key, modifiers);
+        QCoreApplication::processEvents(); // as between two real key presses: new views are shown
+    }
+    void type(const QString& text) const {
+        QTest::keyClicks(focused(), text);
+        QCoreApplication::processEvents();
+    }
+    bool tabTo(const QWidget* control) const {
+        for (int step = 0; step < 40 && focused() != control; ++step)
+            press(Qt::Key_Tab);
+        return focused() == control;
+    }
 
     QTemporaryDir dir;
     TestApp app;

@@ -4,29 +4,13 @@
 
 namespace {
 
-// The operator at the keyboard: every key goes to the focused widget of the real window.
-struct Keyboard : ShopOnDisk {
-    bool open(const Store& store = {}) {
-        if (!launch(store))
-            return false;
-        press(Qt::Key_Return); // leaves the splash
-        return !app->showingSplash;
-    }
-    QWidget* focused() const { return app->window->focusWidget(); }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
-        QTest::keyClick(focused() != nullptr ? focused() : app->window, key, modifiers);
-        QCoreApplication::processEvents(); // as between two real key presses: new views are shown
-    }
-    void type(const QString& text) const {
-        QTest::keyClicks(focused(), text);
-        QCoreApplication::processEvents();
-    }
-    bool tabTo(const QWidget* control) const {
-        for (int step = 0; step < 40 && focused() != control; ++step)
-            press(Qt::Key_Tab);
-        return focused() == control;
-    }
-};
+// Launches on the store and leaves the splash with Return, as the operator does.
+bool opened(ShopOnDisk& keys, const Store& store = {}) {
+    if (!keys.launch(store))
+        return false;
+    keys.press(Qt::Key_Return);
+    return !keys.app->showingSplash;
+}
 
 Store twoFilmsTwoCustomers() {
     Store store;
@@ -56,8 +40,8 @@ private slots:
         QFETCH(bool, fromLast);
         QFETCH(int, key);
         QFETCH(bool, toLast);
-        Keyboard keys;
-        QVERIFY(keys.open());
+        ShopOnDisk keys;
+        QVERIFY(opened(keys));
         const QList<QWidget*> ring = keys.app->mainControls();
         if (fromLast)
             QVERIFY(keys.tabTo(ring.last()));
@@ -68,8 +52,8 @@ private slots:
     }
 
     void nothingActsBehindDialog() {
-        Keyboard keys;
-        QVERIFY(keys.open(twoFilmsTwoCustomers()));
+        ShopOnDisk keys;
+        QVERIFY(opened(keys, twoFilmsTwoCustomers()));
         DialogAnswerer suggestion([&keys](StyledDialog* dialog) {
             QTest::keyClick(keys.focused(), Qt::Key_F2);
             QTest::keyClick(keys.focused(), Qt::Key_Escape);
@@ -82,8 +66,8 @@ private slots:
     }
 
     void operatorsDayByKeysOnly() {
-        Keyboard keys;
-        QVERIFY(keys.open(twoFilmsTwoCustomers()));
+        ShopOnDisk keys;
+        QVERIFY(opened(keys, twoFilmsTwoCustomers()));
         keys.press(Qt::Key_F1);
         keys.type("FLASH"); // shortcut letters, typed into the field
         QVERIFY(keys.tabTo(keys.field("genre")));

@@ -261,9 +261,8 @@ private:
     // Presses the action button with that title; the dialog it raises (if any) is answered by keys.
     SeenDialog press(const QString& title, const DialogAnswerer::Answer& answer = {}) {
         DialogAnswerer answerer(answer ? answer : DialogAnswerer::pressKey(Qt::Key_Return));
-        for (DOSButton* button : app()->screen.tabs + app()->screen.actionButtons)
-            if (button->text() == title)
-                button->click();
+        if (DOSButton* button = disk->button(title))
+            button->click();
         return answerer.seen();
     }
 

@@ -45,22 +45,19 @@ struct RentalShop : ShopOnDisk {
         if (!launch(store))
             return false;
         app->enterProgram();
-        QTest::keyClick(app->window->focusWidget(), Qt::Key_F3);
-        QCoreApplication::processEvents(); // the layout shows the new screen's views
+        press(Qt::Key_F3);
         return app->screen.formView != nullptr;
     }
     // Types as the operator does: into the focused field, replacing what it holds.
-    void type(const QString& key, const QString& text) const {
+    void typeInto(const QString& key, const QString& text) const {
         QLineEdit* target = key == "search" ? static_cast<QLineEdit*>(app->search) : field(key);
         app->focus(target);
         target->selectAll();
         typeText(target, text);
     }
     void click(const QString& action) const {
-        for (DOSButton* button : app->screen.actionButtons)
-            if (button->text() == action)
-                return button->click();
-        QFAIL(qPrintable("no action " + action));
+        QVERIFY(button(action) != nullptr);
+        button(action)->click();
     }
 };
 
@@ -93,8 +90,8 @@ private slots:
     void dueFineAndRewind() {
         RentalShop shop;
         QVERIFY(shop.open());
-        shop.type("code", "4");
-        shop.type("client", "maria silva");
+        shop.typeInto("code", "4");
+        shop.typeInto("client", "maria silva");
         shop.click("SALVAR");
         const Rental rental = shop.saved().rentals.last();
         QCOMPARE(rental.due.seconds - rental.start.seconds, 86400.0);
@@ -131,15 +128,15 @@ private slots:
         const SaveCase& c = saveCases[row];
         RentalShop shop;
         QVERIFY(shop.open());
-        shop.type(c.code.isEmpty() ? "search" : "code", c.code + c.title);
+        shop.typeInto(c.code.isEmpty() ? "search" : "code", c.code + c.title);
         if (c.code.isEmpty())
             QCOMPARE(shop.field("film")->text(), c.title);
         MatchList* films = shop.app->screen.filmMatches;
         QCOMPARE(films->isHidden() ? 0 : films->items().size(), c.listed);
-        shop.type("client", c.client);
+        shop.typeInto("client", c.client);
         if (!c.start.isEmpty()) {
             const QString due = shop.field("due")->text();
-            shop.type("start", c.start);
+            shop.typeInto("start", c.start);
             const std::optional<Instant> typed = parseDateTime(c.start);
             QCOMPARE(shop.field("due")->text(), typed ? dateTimeText(typed->plusSeconds(259200)) : due);
         }

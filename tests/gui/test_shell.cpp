@@ -17,13 +17,6 @@
 
 namespace {
 
-DOSButton* navButton(App& app, const QString& title) {
-    for (DOSButton* button : app.navButtons)
-        if (button->text() == title)
-            return button;
-    return nullptr;
-}
-
 Store storeWithFilm() {
     Store store;
     store.films.append(Film{.id = "F1", .title = "TUBARÃO", .genre = "Suspense", .copies = 2, .price = 500, .code = 1});
@@ -91,9 +84,9 @@ private slots:
     }
 
     void navigationMovesFocus() {
-        QTemporaryDir dir;
-        TestApp app(dir.path());
-        QVERIFY(app.launch());
+        ShopOnDisk shop;
+        QVERIFY(shop.launch(Store{}));
+        TestApp& app = shop.app;
         app->enterProgram();
 
         app->search->setText("tubarão");
@@ -102,11 +95,11 @@ private slots:
         QVERIFY(!app->menuHeading->isOn());
         QCOMPARE(QApplication::focusWidget(), app->search.data());
 
-        navButton(*app.app, "[F1] CADASTRAR FITA")->click();
+        shop.button("[F1] CADASTRAR FITA")->click();
         QCOMPARE(app->section, Section::films);
         // The suggestion and the exit are commands, not sections.
         DialogAnswerer suggestion(DialogAnswerer::pressKey(Qt::Key_Return));
-        navButton(*app.app, "[F7] SUGESTÃO DA CASA")->click();
+        shop.button("[F7] SUGESTÃO DA CASA")->click();
         DialogAnswerer stay(DialogAnswerer::clickButton(1));
         app->footerButtons.last()->click();
         QVERIFY(suggestion.answered() && stay.answered());
@@ -114,7 +107,7 @@ private slots:
         QCOMPARE(app->section, Section::films);
 
         // A new film is being created: the menu lights its own entry, not the film list.
-        QVERIFY(navButton(*app.app, "[F1] CADASTRAR FITA")->isOn());
+        QVERIFY(shop.button("[F1] CADASTRAR FITA")->isOn());
 
         app->menuHeading->click();
         QCOMPARE(app->section, Section::home);
