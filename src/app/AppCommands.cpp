@@ -42,21 +42,14 @@ void App::cashEntry() {
                                        {QStringLiteral("VALOR (R$)"), QString()}});
     if (!typed)
         return;
-    const QString& description = typed->at(0);
-    const std::optional<qint64> amount = cents(typed->at(2));
-    // The operator sees the list unchanged; nothing more to say about an empty line.
-    if (!amount || *amount <= 0 || description.isEmpty())
-        return;
-    const QString kind = foldedKey(typed->at(1));
-    if (kind != QStringLiteral("entrada") && kind != QStringLiteral("saida")) {
-        alert(QStringLiteral("Tipo inválido"), QStringLiteral("Informe entrada ou saída."));
+    const Ruled<Store> entered = cashEntryStore(store, typed->at(0), typed->at(1), typed->at(2), clock());
+    if (const auto* refusal = std::get_if<RuleRefusal>(&entered)) {
+        // A silent refusal: the operator sees the list unchanged, nothing more to say.
+        if (!refusal->silent())
+            alert(refusal->title, refusal->text);
         return;
     }
-    Store changed = store;
-    changed.entries.append(Entry{.id = newIdentifier(),
-                                 .date = clock(),
-                                 .description = description,
-                                 .amount = kind == QStringLiteral("entrada") ? *amount : -*amount});
+    const Store& changed = std::get<Store>(entered);
     if (commit(changed))
         render();
 }

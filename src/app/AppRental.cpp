@@ -47,15 +47,6 @@ bool sameName(const QString& name, const QString& typed) {
 }
 
 // "COD-0001-002" asks for copy 2; a code of fewer pieces asks for none.
-std::optional<qint64> requestedCopy(const QString& code) {
-    const QStringList pieces = code.split(QLatin1Char('-'));
-    if (pieces.size() < 3)
-        return std::nullopt;
-    bool read = false;
-    const qint64 copy = pieces.last().toLongLong(&read, 10);
-    return read ? std::make_optional(copy) : std::nullopt;
-}
-
 void setText(RecordForm* form, const QString& key, const QString& text) {
     if (DOSField* field = form->fields().value(key))
         field->setText(text);
@@ -259,12 +250,10 @@ void App::finalizeRental() {
             rentalCustomer = candidates.first().id;
     }
 
-    const std::optional<Film> film = rentalFilm ? this->film(*rentalFilm) : std::nullopt;
-    const std::optional<Customer> customer = rentalCustomer ? this->customer(*rentalCustomer) : std::nullopt;
-    if (!film || !customer || film->deleted.value_or(false) || customer->deleted.value_or(false) ||
-        inUse(store, film->id) >= film->copies) {
-        alert(QStringLiteral("Selecione filme e cliente"),
-              QStringLiteral("Escolha um filme disponível e um cliente cadastrado nas listas de pesquisa."));
+    const QString filmID = rentalFilm.value_or(QString());
+    const QString customerID = rentalCustomer.value_or(QString());
+    if (const std::optional<RuleRefusal> refusal = rentalChoiceRefusal(store, filmID, customerID)) {
+        alert(refusal->title, refusal->text);
         return;
     }
     const std::optional<Instant> start = parseDateTime(form->value(QStringLiteral("start")));
@@ -274,26 +263,18 @@ void App::finalizeRental() {
               QStringLiteral("Use datas no formato dd/mm/aaaa. A devolução não pode ser anterior à locação."));
         return;
     }
-    const std::optional<qint64> copy = freeCopy(store, *film, requestedCopy(codeText));
-    if (!copy) {
-        alert(QStringLiteral("Exemplar indisponível"), QStringLiteral("Esta fita já está alugada ou não existe."));
+    const std::optional<Film> film = this->film(filmID);
+    const Ruled<Store> rented = rentedStore(store, {.film = filmID,
+                                                    .customer = customerID,
+                                                    .copy = requestedCopy(codeText),
+                                                    .start = *start,
+                                                    .due = automaticDue(*start, film->release.value_or(false)),
+                                                    .finePerDay = *finePerDay});
+    if (const auto* refusal = std::get_if<RuleRefusal>(&rented)) {
+        alert(refusal->title, refusal->text);
         return;
     }
-
-    Store changed = store;
-    changed.rentals.append(Rental{.id = newIdentifier(),
-                                  .film = film->id,
-                                  .customer = customer->id,
-                                  .start = *start,
-                                  .due = automaticDue(*start, film->release.value_or(false)),
-                                  .price = film->price,
-                                  .finePerDay = *finePerDay,
-                                  .copy = copy});
-    changed.entries.append(
-        Entry{.id = newIdentifier(),
-              .date = *start,
-              .description = QStringLiteral("Locação: ") + film->title + QStringLiteral(" / ") + customer->name,
-              .amount = film->price});
+    const Store& changed = std::get<Store>(rented);
     if (!commit(changed))
         return;
     rentalFilm.reset();

@@ -20,10 +20,6 @@ const Rental* findRental(const Store& store, const QString& id) {
     return found != store.rentals.cend() ? &*found : nullptr;
 }
 
-qint64 currentFine(const Rental& rental, Instant now) {
-    return overdue(rental, now) * rental.finePerDay;
-}
-
 } // namespace
 
 void App::selectRental() {
@@ -40,7 +36,7 @@ void App::selectRental() {
     details.title = rented ? rented->title : QStringLiteral("Locação");
     details.text = QStringLiteral("Cliente: ") + (renter ? renter->name : QString()) + QStringLiteral("\nData: ") +
                    dateText(rental->start) + QStringLiteral("\nData de devolução: ") + dateText(rental->due) +
-                   QStringLiteral("\nMulta atual: ") + money(currentFine(*rental, clock()));
+                   QStringLiteral("\nMulta atual: ") + money(fineSoFar(*rental, clock()));
     details.buttons = {QStringLiteral("DEVOLUÇÃO"), QStringLiteral("VOLTAR")};
     if (styledModal(std::move(details)) != firstButtonAnswer)
         return;
@@ -66,7 +62,7 @@ void App::returnRental() {
     ModalAlert question;
     question.title = QStringLiteral("FITA FOI REBOBINADA? [S/N]");
     question.text = (rented ? rented->title : QString()) + QStringLiteral("\nMulta por atraso: ") +
-                    money(currentFine(*rental, clock())) +
+                    money(fineSoFar(*rental, clock())) +
                     QStringLiteral("\n[N] aplica taxa simbólica de R$ 1,00.\nConfirmar registra a devolução.");
     question.buttons = {QStringLiteral("[S] SIM"), QStringLiteral("[N] NÃO"), QStringLiteral("CANCELAR")};
     const int answer = styledModal(std::move(question));

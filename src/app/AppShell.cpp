@@ -9,6 +9,7 @@
 #include "look/DOSTable.h"
 #include "look/SplashView.h"
 #include "records/FilmCSVError.h"
+#include "records/RentalRules.h"
 #include "records/StoreJSON.h"
 #include "storage/LocalDatabase.h"
 #include "storage/StartupLoading.h"
@@ -392,7 +393,7 @@ bool App::windowShouldClose(QWidget* closing) {
 void App::updateDebtAlert() {
     const Instant now = clock();
     const bool late = std::any_of(store.rentals.cbegin(), store.rentals.cend(),
-                                  [&now](const Rental& rental) { return !rental.returned && rental.due < now; });
+                                  [&now](const Rental& rental) { return isLate(rental, now); });
     blinkOn = !blinkOn;
     if (status == nullptr)
         return;

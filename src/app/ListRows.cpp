@@ -19,14 +19,6 @@ namespace {
 const QString missing = QStringLiteral("—");
 const QString inDebt = QStringLiteral("ATENÇÃO: CLIENTE EM DÉBITO");
 
-bool isOpen(const Rental& rental) {
-    return !rental.returned.has_value();
-}
-
-bool isLate(const Rental& rental, Instant now) {
-    return rental.due < now;
-}
-
 QList<ListRow> rentalRows(const Store& store, const ListFilter& filter, Instant now) {
     QList<const Rental*> open;
     for (const Rental& rental : store.rentals)
@@ -51,7 +43,7 @@ QList<ListRow> rentalRows(const Store& store, const ListFilter& filter, Instant 
         else
             rows.append({rental->id,
                          {code, title, dateTimeText(rental->start), dateTimeText(rental->due),
-                          money(overdue(*rental, now) * rental->finePerDay)}});
+                          money(fineSoFar(*rental, now))}});
     }
     return rows;
 }

@@ -2,6 +2,7 @@
 
 #include "records/DateText.h"
 #include "records/FilmCSVError.h"
+#include "records/MoneyText.h"
 #include "records/Search.h"
 
 #include <QHash>
@@ -9,15 +10,16 @@
 #include <algorithm>
 #include <limits>
 
-namespace {
-
 bool isOpen(const Rental& rental) {
     return !rental.returned.has_value();
 }
 
-// days × finePerDay saturates at the ends of the 64-bit range instead of
-// overflowing: a return is never refused over an absurd fine, and the
-// operator sees the largest amount the cash book can hold.
+bool isLate(const Rental& rental, Instant now) {
+    return isOpen(rental) && rental.due < now;
+}
+
+// Saturating: a return is never refused over an absurd fine, and the operator sees
+// the largest amount the cash book can hold.
 qint64 fineFor(qint64 days, qint64 finePerDay) {
     qint64 product = 0;
     if (__builtin_mul_overflow(days, finePerDay, &product))
@@ -25,7 +27,78 @@ qint64 fineFor(qint64 days, qint64 finePerDay) {
     return product;
 }
 
-} // namespace
+qint64 fineSoFar(const Rental& rental, Instant now) {
+    return fineFor(overdue(rental, now), rental.finePerDay);
+}
+
+std::optional<qint64> requestedCopy(const QString& code) {
+    const QStringList pieces = code.trimmed().split(QLatin1Char('-'));
+    if (pieces.size() < 3)
+        return std::nullopt;
+    const QString& last = pieces.last();
+    // Digits only: "COD-0001- 2" or "COD-0001-+2" is no copy code.
+    if (last.isEmpty() || last.size() > 18 ||
+        !std::all_of(last.cbegin(), last.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; }))
+        return std::nullopt;
+    return last.toLongLong();
+}
+
+std::optional<RuleRefusal> rentalChoiceRefusal(const Store& store, const QString& filmID, const QString& customerID) {
+    const auto film = std::find_if(store.films.cbegin(), store.films.cend(),
+                                   [&](const Film& candidate) { return candidate.id == filmID; });
+    const auto customer = std::find_if(store.customers.cbegin(), store.customers.cend(),
+                                       [&](const Customer& candidate) { return candidate.id == customerID; });
+    if (film == store.films.cend() || customer == store.customers.cend() || film->deleted.value_or(false) ||
+        customer->deleted.value_or(false) || inUse(store, film->id) >= film->copies)
+        return RuleRefusal{
+            QStringLiteral("Selecione filme e cliente"),
+            QStringLiteral("Escolha um filme disponível e um cliente cadastrado nas listas de pesquisa.")};
+    return std::nullopt;
+}
+
+Ruled<Store> rentedStore(const Store& store, const RentalRequest& request) {
+    if (std::optional<RuleRefusal> refusal = rentalChoiceRefusal(store, request.film, request.customer))
+        return *refusal;
+    const auto film = std::find_if(store.films.cbegin(), store.films.cend(),
+                                   [&](const Film& candidate) { return candidate.id == request.film; });
+    const auto customer = std::find_if(store.customers.cbegin(), store.customers.cend(),
+                                       [&](const Customer& candidate) { return candidate.id == request.customer; });
+    const std::optional<qint64> copy = freeCopy(store, *film, request.copy);
+    if (!copy)
+        return RuleRefusal{QStringLiteral("Exemplar indisponível"),
+                           QStringLiteral("Esta fita já está alugada ou não existe.")};
+    Store changed = store;
+    changed.rentals.append(Rental{.id = newIdentifier(),
+                                  .film = film->id,
+                                  .customer = customer->id,
+                                  .start = request.start,
+                                  .due = request.due,
+                                  .price = film->price,
+                                  .finePerDay = request.finePerDay,
+                                  .copy = copy});
+    changed.entries.append(
+        Entry{.id = newIdentifier(),
+              .date = request.start,
+              .description = QStringLiteral("Locação: ") + film->title + QStringLiteral(" / ") + customer->name,
+              .amount = film->price});
+    return changed;
+}
+
+Ruled<Store> cashEntryStore(const Store& store, const QString& description, const QString& kind, const QString& amount,
+                            Instant now) {
+    const std::optional<qint64> value = cents(amount);
+    if (!value || *value <= 0 || description.isEmpty())
+        return RuleRefusal{};
+    const QString folded = foldedKey(kind);
+    if (folded != QStringLiteral("entrada") && folded != QStringLiteral("saida"))
+        return RuleRefusal{QStringLiteral("Tipo inválido"), QStringLiteral("Informe entrada ou saída.")};
+    Store changed = store;
+    changed.entries.append(Entry{.id = newIdentifier(),
+                                 .date = now,
+                                 .description = description,
+                                 .amount = folded == QStringLiteral("entrada") ? *value : -*value});
+    return changed;
+}
 
 Instant automaticDue(Instant start, bool release) {
     // Elapsed time, not calendar days: a daylight-saving change moves the clock
@@ -87,7 +160,7 @@ Store returnedStore(const Store& store, const QString& id, bool rewound, Instant
 
     Store changed = store;
     Rental& rental = changed.rentals[found - store.rentals.cbegin()];
-    const qint64 fine = fineFor(overdue(rental, now), rental.finePerDay);
+    const qint64 fine = fineSoFar(rental, now);
 
     const auto film = std::find_if(store.films.cbegin(), store.films.cend(),
                                    [&](const Film& candidate) { return candidate.id == rental.film; });
