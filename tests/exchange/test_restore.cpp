@@ -3,6 +3,7 @@
 #include "records/DateText.h"
 #include "records/FilmCSVError.h"
 #include "records/StoreJSON.h"
+#include "support/Files.h"
 
 #include <QtTest>
 
@@ -97,10 +98,7 @@ private slots:
         QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("CINEFITA-backup.json"));
         QVERIFY_THROWS_EXCEPTION(FilmCSVError, restoredStoreFromFile(path));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(backupText(sample()).toUtf8());
-        file.close();
+        QVERIFY(writeFile(path, backupText(sample()).toUtf8()));
         QCOMPARE(restoredStoreFromFile(path), sample());
     }
 
@@ -110,8 +108,6 @@ private slots:
                                 "em 31/12/2000 22:00.\nNo arquivo: 1 filme, 1 cliente, 2 locações, 1 lançamento no "
                                 "caixa; locação mais recente em 09/10/2026 18:30.\nRestaurar substitui todos os dados "
                                 "pelos do arquivo; os de agora ficam guardados como versão anterior no banco local."));
-        QCOMPARE(restoreQuestion(Store{}, Store{}).section(u'\n', 0, 0),
-                 QStringLiteral("Agora: 0 filmes, 0 clientes, 0 locações, 0 lançamentos no caixa."));
     }
 };
 

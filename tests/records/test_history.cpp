@@ -111,7 +111,6 @@ private slots:
         QTest::newRow("film rows not by date") << true << "06/10" << QStringList{};
         QTest::newRow("empty keeps all") << true << "  " << QStringList{"f", "e", "a"};
         QTest::newRow("customer's rows by any cell") << false << "em aberto" << QStringList{"c"};
-        QTest::newRow("customer's rows by date") << false << "06/10" << QStringList{"a"};
     }
     void search() {
         QFETCH(bool, ofFilm);

@@ -60,7 +60,6 @@ private slots:
         const QString badDate = QStringLiteral("Data inválida");
         QTest::newRow("drop box, last evening")
             << Case{march, "06/03/2026 21:30", "0,00", "", "", "06/03/2026 21:30", 600};
-        QTest::newRow("a date alone is its midnight") << Case{march, "06/03/2026", "", "", "", "06/03/2026 00:00", 600};
         QTest::newRow("within the start's minute")
             << Case{march, "01/03/2026 10:00", "0,00", "", "", "01/03/2026 10:00"};
         QTest::newRow("before the start") << Case{march, "01/03/2026 09:59", "0,00", "", badDate};
@@ -70,14 +69,9 @@ private slots:
         QTest::newRow("whole fine forgiven")
             << Case{march, "06/03/2026 21:30", "6,00", " chuva ", "", "06/03/2026 21:30", 600, 600};
         QTest::newRow("above the fine") << Case{march, "06/03/2026 21:30", "6,01", "chuva", "Abono maior que a multa"};
-        QTest::newRow("on time, nothing to forgive")
-            << Case{march, "04/03/2026 09:00", "0,01", "chuva", "Abono maior que a multa"};
         QTest::newRow("forgiven without a reason") << Case{march, "06/03/2026 21:30", "1,00", "  ", "Informe o motivo"};
-        QTest::newRow("three decimals") << Case{march, "06/03/2026 21:30", "1,001", "chuva", invalid};
         // A clock time the daylight-saving change skipped is refused, not moved an hour.
         QTest::newRow("São Paulo, skipped midnight") << Case{saoPauloSpring, "04/11/2018 00:30", "", "", invalid};
-        QTest::newRow("São Paulo, first hour of the short day")
-            << Case{saoPauloSpring, "04/11/2018 01:00", "3,00", "x", "", "04/11/2018 01:00", 300, 300};
         QTest::newRow("Berlin, skipped hour") << Case{berlinSpring, "29/03/2026 02:30", "", "", invalid};
         QTest::newRow("Berlin, after the change")
             << Case{berlinSpring, "29/03/2026 03:00", "", "", "", "29/03/2026 03:00", 300};
