@@ -5,14 +5,6 @@
 
 #include <algorithm>
 
-namespace {
-
-RuleRefusal unreadableDate() {
-    return {QStringLiteral("Dados inválidos"), QStringLiteral("Informe a data da devolução como dd/mm/aaaa hh:mm.")};
-}
-
-} // namespace
-
 QList<QPair<QString, QString>> specialReturnFields(Instant now) {
     return {{QStringLiteral("DEVOLVIDA EM"), dateTimeText(now)},
             {QStringLiteral("ABONO (R$)"), QStringLiteral("0,00")},
@@ -29,7 +21,8 @@ Ruled<SpecialReturn> specialReturn(const Store& store, const QString& rentalID, 
 
     std::optional<Instant> returned = parseDateTime(returnedAt.trimmed());
     if (!returned)
-        return unreadableDate();
+        return RuleRefusal{QStringLiteral("Dados inválidos"),
+                           QStringLiteral("Informe a data da devolução como dd/mm/aaaa hh:mm.")};
     // The operator types minutes: within the minute the rental started the return
     // is taken at the start itself, so a tape brought straight back is no refusal.
     if (*returned < rental->start) {
