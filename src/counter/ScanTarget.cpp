@@ -6,6 +6,7 @@
 
 #include <QSet>
 #include <algorithm>
+#include <functional>
 #include <limits>
 
 ScanIndex::ScanIndex(const Store& store) : shop(store) {
@@ -89,8 +90,11 @@ const Rental* ScanIndex::openRental(const QString& filmID, qint64 copy) const {
 }
 
 std::optional<qint64> ScanIndex::heldCopy(const Rental& rental) const {
-    const qsizetype i = &rental - shop.rentals.constData();
-    const auto found = copyOfRental.constFind(i);
+    // Only a rental of this index's own store has a place in it.
+    const Rental* first = shop.rentals.constData();
+    if (std::less<const Rental*>()(&rental, first) || !std::less<const Rental*>()(&rental, first + shop.rentals.size()))
+        return std::nullopt;
+    const auto found = copyOfRental.constFind(&rental - first);
     return found == copyOfRental.cend() ? std::nullopt : std::optional<qint64>(*found);
 }
 

@@ -16,13 +16,15 @@ public:
     // share their data with the copy kept here, which any change would have detached.
     bool isFor(const Store& store) const;
 
+    // Pointers into the kept store, valid as long as this index.
     const Store& store() const { return shop; }
     const Film* filmByCode(qint64 code) const;
     const Customer* customerByCode(qint64 code) const;
     const Film* filmByID(const QString& id) const;
     const Customer* customerByID(const QString& id) const;
     const Rental* openRental(const QString& filmID, qint64 copy) const;
-    // The copy an open rental holds; nothing for one that holds none (all copies taken).
+    // The copy an open rental of this index's store holds (found through it); nothing
+    // for one that holds none because every copy was taken, or any other rental.
     std::optional<qint64> heldCopy(const Rental& rental) const;
     QList<const Rental*> openRentalsOf(const QString& customerID) const;
 
