@@ -1,8 +1,30 @@
 #include "counter/ScanDetector.h"
 
 #include <QElapsedTimer>
+#include <Qt>
 #include <algorithm>
 #include <memory>
+
+std::optional<ScanKey> scanKey(int key, int modifiers, const QString& text, qint64 timestamp) {
+    switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+        return std::nullopt;
+    default:
+        break;
+    }
+    ScanKey scan{.text = text, .timestamp = timestamp, .key = key, .modifiers = modifiers};
+    if (modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+        scan.kind = ScanKey::Other;
+    else if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab)
+        scan.kind = ScanKey::Terminator;
+    else if (!text.isEmpty() && std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.isPrint(); }))
+        scan.kind = ScanKey::Printable;
+    return scan;
+}
 
 ScanDetector::ScanDetector() {
     auto steady = std::make_shared<QElapsedTimer>();

@@ -18,6 +18,12 @@ struct ScanKey {
     int modifiers = 0;
 };
 
+// A key press of the window as the detector sees it (key and modifiers are Qt::Key and
+// Qt::KeyboardModifiers values): Return, keypad Enter and Tab without Control, Alt or
+// Meta end a scan; text without those modifiers is printable; the rest is another key.
+// Nothing for a lone modifier press.
+std::optional<ScanKey> scanKey(int key, int modifiers, const QString& text, qint64 timestamp);
+
 // What the caller does with the key just fed, and before it.
 struct ScanStep {
     enum Action { Pass, Hold, Swallow };

@@ -96,6 +96,30 @@ private slots:
         QCOMPARE(outcome.scans, scans);
     }
 
+    void keyKinds_data() {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("modifiers");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("kind"); // -1: not fed at all
+        QTest::newRow("upper-case letter")
+            << int(Qt::Key_C) << int(Qt::ShiftModifier) << "C" << int(ScanKey::Printable);
+        QTest::newRow("keypad digit") << int(Qt::Key_1) << int(Qt::KeypadModifier) << "1" << int(ScanKey::Printable);
+        QTest::newRow("keypad Enter") << int(Qt::Key_Enter) << int(Qt::KeypadModifier) << "\r"
+                                      << int(ScanKey::Terminator);
+        QTest::newRow("Tab") << int(Qt::Key_Tab) << 0 << "\t" << int(ScanKey::Terminator);
+        QTest::newRow("Control-C") << int(Qt::Key_C) << int(Qt::ControlModifier) << "\x03" << int(ScanKey::Other);
+        QTest::newRow("F3") << int(Qt::Key_F3) << 0 << "" << int(ScanKey::Other);
+        QTest::newRow("Shift alone") << int(Qt::Key_Shift) << int(Qt::ShiftModifier) << "" << -1;
+    }
+    void keyKinds() {
+        QFETCH(int, key);
+        QFETCH(int, modifiers);
+        QFETCH(QString, text);
+        QFETCH(int, kind);
+        const std::optional<ScanKey> scan = scanKey(key, modifiers, text, 0);
+        QCOMPARE(scan ? int(scan->kind) : -1, kind);
+    }
+
     // A shortcut letter typed alone acts once the scanner's gap has passed by the
     // caller's clock, not before, and not only when another key comes.
     void heldLetterWaitsForTheClock() {
