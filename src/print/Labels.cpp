@@ -101,23 +101,100 @@ double requiredLabelWidth(const QList<Film>& films) {
     return widest;
 }
 
-QString labelDocument(const QList<Film>& films, const QString& shopName, double width, double height) {
-    const QString style = QStringLiteral("<section class='label' style='width:") + realNumberText(width) +
-                          QStringLiteral("mm;height:") + realNumberText(height) +
-                          QStringLiteral("mm'><p class='name'>");
+namespace {
+
+struct FilmLabels {
+    const Film& film;
+    qint64 firstCopy;
+    qint64 lastCopy;
+};
+
+QString labelPage(const QList<FilmLabels>& runs, const QString& shopName, LabelSize size, qint64 blanks) {
+    const QString sizeStyle = QStringLiteral("<section class='label' style='width:") + realNumberText(size.width) +
+                              QStringLiteral("mm;height:") + realNumberText(size.height) + QStringLiteral("mm");
+    // A blank keeps its place in the flow, so the labels land where the sheet still has some.
+    QString labels = QStringLiteral("%1;visibility:hidden'></section>").arg(sizeStyle).repeated(int(blanks));
+    const QString style = sizeStyle + QStringLiteral("'><p class='name'>");
     const QString shop = escapedHTML(shopName);
-    QString labels;
-    for (const Film& film : films) {
-        for (qint64 copy = 1; copy <= film.copies; ++copy) {
-            labels += style + shop + QStringLiteral(" — ") + escapedHTML(film.title) + QStringLiteral("</p>") +
-                      barcodeSVG(copyCode(film.code, copy)) + QStringLiteral("<p class='code'>") +
-                      inventoryCode(film.code) + QStringLiteral(" / EX. ") + QString::number(copy) +
+    for (const FilmLabels& run : runs) {
+        for (qint64 copy = run.firstCopy; copy <= run.lastCopy; ++copy) {
+            labels += style + shop + QStringLiteral(" — ") + escapedHTML(run.film.title) + QStringLiteral("</p>") +
+                      barcodeSVG(copyCode(run.film.code, copy)) + QStringLiteral("<p class='code'>") +
+                      inventoryCode(run.film.code) + QStringLiteral(" / EX. ") + QString::number(copy) +
                       QStringLiteral("</p></section>");
         }
     }
-    const QString title = QStringLiteral("ETIQUETAS VHS — ") + realNumberText(width) + QStringLiteral(" × ") +
-                          realNumberText(height) + QStringLiteral(" mm");
+    const QString title = QStringLiteral("ETIQUETAS VHS — ") + realNumberText(size.width) + QStringLiteral(" × ") +
+                          realNumberText(size.height) + QStringLiteral(" mm");
     return printDocument(title, labels);
+}
+
+// A count typed in the form: plain digits, surrounding spaces allowed.
+std::optional<qint64> formCount(const QString& text) {
+    const QString digits = text.trimmed();
+    if (digits.isEmpty() || digits.size() > 18 ||
+        !std::all_of(digits.cbegin(), digits.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; }))
+        return std::nullopt;
+    return digits.toLongLong();
+}
+
+} // namespace
+
+QString labelDocument(const QList<Film>& films, const QString& shopName, double width, double height) {
+    QList<FilmLabels> runs;
+    for (const Film& film : films)
+        runs.append({film, 1, film.copies});
+    return labelPage(runs, shopName, {width, height}, 0);
+}
+
+QString labelDocument(const Film& film, const QString& shopName, const LabelSheet& sheet) {
+    return labelPage({{film, sheet.firstCopy, sheet.lastCopy}}, shopName, sheet.size, sheet.firstPosition - 1);
+}
+
+qint64 labelsPerSheet(const LabelSize& size) {
+    // A4 less the page's 10 mm margins; each label is followed by the 3 mm gap of the flow.
+    constexpr double across = 190.0, down = 277.0, gap = 3.0;
+    const auto fitting = [](double room, double each) {
+        return std::max<qint64>(1, qint64(std::floor((room + gap) / (each + gap))));
+    };
+    return fitting(across, size.width) * fitting(down, size.height);
+}
+
+QList<QPair<QString, QString>> labelFormFields(const Film& film) {
+    return {{QStringLiteral("LARGURA"), proposedLabelWidth(film)},
+            {QStringLiteral("ALTURA"), QStringLiteral("18")},
+            {QStringLiteral("PRIMEIRA ETIQUETA"), QStringLiteral("1")},
+            {QStringLiteral("EXEMPLARES"), QStringLiteral("TODOS")}};
+}
+
+std::optional<LabelSheet> chosenLabelSheet(const QStringList& answers, const Film& film) {
+    if (answers.size() != 4)
+        return std::nullopt;
+    const std::optional<LabelSize> size = chosenLabelSize(answers.at(0), answers.at(1), film);
+    if (!size)
+        return std::nullopt;
+    LabelSheet sheet{.size = *size, .firstCopy = 1, .lastCopy = film.copies};
+
+    if (!answers.at(2).trimmed().isEmpty()) {
+        const std::optional<qint64> position = formCount(answers.at(2));
+        if (!position || *position < 1 || *position > labelsPerSheet(*size))
+            return std::nullopt;
+        sheet.firstPosition = *position;
+    }
+
+    const QString copies = answers.at(3).trimmed();
+    if (!copies.isEmpty() && copies.compare(QStringLiteral("TODOS"), Qt::CaseInsensitive) != 0) {
+        const QStringList ends = copies.split(u'-');
+        const std::optional<qint64> first = ends.size() <= 2 ? formCount(ends.first()) : std::nullopt;
+        const std::optional<qint64> last = ends.size() == 2 ? formCount(ends.last()) : first;
+        if (!first || !last || *first < 1 || *first > *last || *last > film.copies)
+            return std::nullopt;
+        sheet.firstCopy = *first;
+        sheet.lastCopy = *last;
+    }
+    if (sheet.firstCopy > sheet.lastCopy) // a film without copies has no label to print
+        return std::nullopt;
+    return sheet;
 }
 
 std::optional<LabelSize> chosenLabelSize(const QString& widthText, const QString& heightText, const Film& film) {

@@ -3,6 +3,7 @@
 #include "records/Records.h"
 
 #include <QList>
+#include <QPair>
 #include <QString>
 #include <optional>
 
@@ -30,3 +31,24 @@ std::optional<LabelSize> chosenLabelSize(const QString& widthText, const QString
 
 // The width the size form proposes: requiredLabelWidth rounded up, as an integer.
 QString proposedLabelWidth(const Film& film);
+
+// The labels of one film on a sheet that may be partly used: they start at a
+// position of the sheet (counted left to right, top to bottom, from 1), the
+// places before it left blank, and cover a run of copies.
+struct LabelSheet {
+    LabelSize size{defaultLabelWidth, defaultLabelHeight};
+    qint64 firstPosition = 1;
+    qint64 firstCopy = 1;
+    qint64 lastCopy = 1;
+};
+
+// The label form's fields, prefilled: "LARGURA", "ALTURA", "PRIMEIRA ETIQUETA" (1)
+// and "EXEMPLARES" ("TODOS", or one copy "3", or a run "2-4").
+QList<QPair<QString, QString>> labelFormFields(const Film& film);
+// The form's four answers in that order. Absent when the size is refused
+// (chosenLabelSize), the position is not on an A4 sheet of labels of that size, or
+// the copies are not copies of the film; an empty position or copies means the default.
+std::optional<LabelSheet> chosenLabelSheet(const QStringList& answers, const Film& film);
+// Labels per A4 sheet: the columns and rows of that size that fit its printable area.
+qint64 labelsPerSheet(const LabelSize& size);
+QString labelDocument(const Film& film, const QString& shopName, const LabelSheet& sheet);

@@ -1,3 +1,5 @@
+#include "print/Labels.h"
+
 #include <QtTest>
 
 // A real browser draws the sample pages and a barcode reader reads the picture:
@@ -49,6 +51,22 @@ private slots:
         QCOMPARE(decoded(scratch.filePath("Etiquetas-exemplo.html"), scratch.path()),
                  (QStringList{"COD-0001-001", "COD-0001-002"}));
         QCOMPARE(decoded(scratch.filePath("Carteirinha-exemplo.html"), scratch.path()), QStringList{"CLI-0001"});
+    }
+
+    // Labels placed after blank places of a used sheet read back like the others.
+    void partOfASheetReadsBack() {
+        if (QStandardPaths::findExecutable(QStringLiteral("chromium")).isEmpty() ||
+            QStandardPaths::findExecutable(QStringLiteral("zbarimg")).isEmpty())
+            QSKIP("chromium or zbarimg is not installed");
+        QTemporaryDir scratch;
+        const Film film{.id = "f", .title = "TUBARÃO", .copies = 4, .code = 12};
+        const auto sheet = chosenLabelSheet({"70", "18", "5", "2-3"}, film);
+        QVERIFY(sheet);
+        QFile page(scratch.filePath("Etiquetas-VHS.html"));
+        QVERIFY(page.open(QIODevice::WriteOnly));
+        page.write(labelDocument(film, "CINEFITA VHS", *sheet).toUtf8());
+        page.close();
+        QCOMPARE(decoded(page.fileName(), scratch.path()), (QStringList{"COD-0012-002", "COD-0012-003"}));
     }
 };
 

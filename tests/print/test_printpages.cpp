@@ -99,6 +99,48 @@ private slots:
         QVERIFY(chosenLabelSize(QStringLiteral("70,75"), QStringLiteral("20"), film("T", 100000, 2)));
     }
 
+    // 70 × 18 mm labels sit 2 across and 13 down an A4 sheet; Tubarão has 3 copies.
+    void labelSheet_data() {
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("copies");
+        QTest::addColumn<QString>("chosen"); // position: copies; empty: nothing is printed
+        const auto row = [](const char* name, const char* first, const char* copies, const char* chosen = "") {
+            QTest::newRow(name) << QString(first) << QString(copies) << QString(chosen);
+        };
+        row("defaults", "1", "TODOS", "1: 1-3");
+        row("left empty", " ", "", "1: 1-3");
+        row("one copy", "5", "3", "5: 3-3");
+        row("a run", "26", " 2 - 3 ", "26: 2-3");
+        row("past the sheet", "27", "TODOS");
+        row("position zero", "0", "TODOS");
+        row("signed position", "+5", "TODOS");
+        row("copy past the film's", "1", "2-4");
+        row("no copy zero", "1", "0");
+        row("run backwards", "1", "3-2");
+        row("open run", "1", "2-");
+        row("not a number", "1", "dois");
+    }
+    void labelSheet() {
+        QFETCH(QString, first);
+        QFETCH(QString, copies);
+        QFETCH(QString, chosen);
+        const auto sheet = chosenLabelSheet({"70", "18", first, copies}, film("Tubarão", 7, 3));
+        QCOMPARE(sheet
+                     ? QStringLiteral("%1: %2-%3").arg(sheet->firstPosition).arg(sheet->firstCopy).arg(sheet->lastCopy)
+                     : QString(),
+                 chosen);
+    }
+
+    void partOfASheet() {
+        const LabelSheet sheet{.size = {72.5, 20}, .firstPosition = 3, .firstCopy = 2, .lastCopy = 3};
+        const QString page = labelDocument(film("Tubarão", 7, 4), "Loja", sheet);
+        QCOMPARE(page.count("<section class='label' style='width:72.5mm;height:20.0mm;visibility:hidden'></section>"),
+                 2);
+        QCOMPARE(page.count("<section"), 4);
+        QVERIFY(page.indexOf("COD-0007 / EX. 2") < page.indexOf("COD-0007 / EX. 3"));
+        QVERIFY(!page.contains("EX. 1<") && !page.contains("EX. 4<"));
+    }
+
     void matrixReport() {
         const Instant now = Instant::fromDateTime(QDateTime(QDate(2026, 10, 8), QTime(14, 30)));
         const QString rule(70, QChar(0x2550));
