@@ -457,23 +457,26 @@ Store importFilmCSVFile(const QString& path, const Store& into, const Progress& 
         return utf8 ? QString(decoder.decode(piece)) : windows1252(piece).value_or(QString());
     };
 
-    // Second reading: every record checked, only codes kept.
+    // Second reading: every record checked, only codes kept (and let go before the
+    // films are made).
     base = total / 3;
-    FilmBuilder checker(into, nullptr);
+    qsizetype records = 0;
     {
+        FilmBuilder checker(into, nullptr);
         RowReader reader([&checker](const QStringList& row) { checker.take(row); });
         forEachPiece(path, [&](QByteArrayView piece, qint64 read) {
             reader.feed(text(piece));
             report(read);
         });
         reader.finish();
+        checker.finish();
+        records = checker.records();
     }
-    checker.finish();
 
     // Third reading: the films, into room made for all of them at once.
     base = 2 * total / 3;
     Store result = into;
-    result.films.reserve(into.films.size() + checker.records());
+    result.films.reserve(into.films.size() + records);
     FilmBuilder builder(into, &result);
     RowReader reader([&builder](const QStringList& row) { builder.take(row); });
     forEachPiece(path, [&](QByteArrayView piece, qint64 read) {

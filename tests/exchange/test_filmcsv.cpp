@@ -1,4 +1,5 @@
 #include "exchange/FilmCSV.h"
+#include "exchange/ScreenExport.h"
 #include "files/FileWriting.h"
 #include "records/FilmCSVError.h"
 #include "support/Failures.h"
@@ -207,6 +208,32 @@ private slots:
             QCOMPARE(reports.last().first, reports.last().second);
             QVERIFY(std::is_sorted(reports.cbegin(), reports.cend()));
         }
+    }
+
+    // The film list written as the export writes it, in pieces with progress, comes
+    // back through the file import whole.
+    void exportedFileImportsBack() {
+        Store store;
+        for (int code = 1; code <= 3000; ++code)
+            store.films.append(Film{QString::number(code),
+                                    QStringLiteral("Fita nº %1").arg(code),
+                                    "Drama",
+                                    2,
+                                    550,
+                                    code,
+                                    1990,
+                                    {},
+                                    QStringLiteral("Linha 1\nLinha \"2\"")});
+        qint64 rowsDone = 0;
+        qint64 bytesDone = 0;
+        const QString text = csv(filmExportTable(store.films), [&rowsDone](qint64 done, qint64) { rowsDone = done; });
+        QCOMPARE(rowsDone, qint64(3001));
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("CINEFITA-lista.csv"));
+        writeExportFile(path, text, [&bytesDone](qint64 done, qint64) { bytesDone = done; });
+        QCOMPARE(bytesDone, QFileInfo(path).size());
+        const Store back = importFilmCSVFile(path, Store{});
+        QCOMPARE(films(back), films(store));
     }
 
     void unreadableFile() {
