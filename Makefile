@@ -40,12 +40,14 @@ bench: deps
 	./build/release/bench/cinefita_bench_lists
 	./build/release/bench/cinefita_bench
 
-# The Debian package: only the program and its icons are built, then CPack collects
-# the installation into build/release/packages/.
+# The Debian package: only the program, its icons and its documents (manual page,
+# changelog, picture of the window) are built, then CPack collects the installation
+# into build/release/packages/ and lintian must find no error and no warning.
 package: deps
 	cmake --preset release
-	cmake --build --preset release --target cinefita cinefita_icons
+	cmake --build --preset release --target cinefita cinefita_icons cinefita_docs
 	cd build/release && cpack -G DEB
+	lintian --fail-on error,warning build/release/packages/cinefita_*.deb
 
 gallery: deps
 	cmake --preset release

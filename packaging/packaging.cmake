@@ -1,5 +1,5 @@
 # Installing the program the way a desktop expects (GNUInstallDirs layout: program,
-# menu entry, icons, software-centre data, licence) and the Debian package built
+# menu entry, icons, software-centre data, manual page, changelog and licence) and the Debian package built
 # from that same installation. CINEFITA_APP_ID names the menu entry, the metadata
 # and the icon.
 include(GNUInstallDirs)
@@ -34,8 +34,39 @@ foreach(size 48 64 128 256)
 endforeach()
 add_custom_target(cinefita_icons ALL DEPENDS ${icon_files})
 
+# The manual page and the Debian changelog go in compressed as Debian wants them
+# (gzip -9 with no name or time stamp, so a rebuild gives the same bytes). The
+# picture of the window is the --preview picture, drawn offscreen into a fresh
+# data folder: AppStream takes only web addresses for screenshots, so it ships
+# with the documentation instead.
+find_program(GZIP_COMMAND gzip REQUIRED)
+set(manual "${packaging_out}/cinefita.1.gz")
+set(changelog "${packaging_out}/changelog.gz")
+set(screenshot "${packaging_out}/cinefita-tela.png")
+set(preview_data "${packaging_out}/preview-data")
+add_custom_command(OUTPUT "${manual}"
+    COMMAND ${GZIP_COMMAND} -9nc "${packaging_dir}/cinefita.1" > "${manual}"
+    DEPENDS "${packaging_dir}/cinefita.1"
+    VERBATIM)
+add_custom_command(OUTPUT "${changelog}"
+    COMMAND ${GZIP_COMMAND} -9nc "${packaging_dir}/changelog" > "${changelog}"
+    DEPENDS "${packaging_dir}/changelog"
+    VERBATIM)
+add_custom_command(OUTPUT "${screenshot}"
+    COMMAND ${CMAKE_COMMAND} -E rm -rf "${preview_data}"
+    COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=0
+            CINEFITA_DATA_DIR=${preview_data} CINEFITA_PREVIEW_PATH=${screenshot}
+            $<TARGET_FILE:cinefita> --preview
+    COMMAND ${CMAKE_COMMAND} -E rm -rf "${preview_data}"
+    DEPENDS cinefita
+    COMMENT "Taking the picture of the window"
+    VERBATIM)
+add_custom_target(cinefita_docs ALL DEPENDS "${manual}" "${changelog}" "${screenshot}")
+install(FILES "${manual}" DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES "${changelog}" "${screenshot}" DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
 # Installing must not build the tests and the benchmark: `make package` builds the
-# program and the icons itself, then CPack only collects them.
+# program, the icons and the documents itself, then CPack only collects them.
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
 
 set(CPACK_GENERATOR "DEB")

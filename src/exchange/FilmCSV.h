@@ -1,5 +1,6 @@
 #pragma once
 
+#include "exchange/Progress.h"
 #include "records/Records.h"
 
 #include <QByteArray>
@@ -21,3 +22,11 @@ Store importFilmsCSV(const QString& text, const Store& into);
 // The file's bytes as text: UTF-8 when they are valid UTF-8, else Windows-1252.
 // Throws FilmCSVError when neither reads them.
 QString decodedCSVText(const QByteArray& bytes);
+
+// importFilmsCSV(decodedCSVText(bytes of the file), into) with the same result
+// and messages, but the file is read in pieces and never held whole, as bytes or
+// as text: it is read once to choose the encoding, once to check every record
+// and once to build the films, so a refused file costs no more memory than its
+// pieces. Progress counts bytes over the three readings. Throws FilmCSVError,
+// or FileError when the file cannot be read.
+Store importFilmCSVFile(const QString& path, const Store& into, const Progress& progress = {});

@@ -1,9 +1,13 @@
 #include "exchange/ScreenExport.h"
 
+#include "files/FileWriting.h"
 #include "records/Codes.h"
 #include "records/StoreJSON.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QSaveFile>
+#include <algorithm>
 
 namespace {
 
@@ -15,6 +19,11 @@ QString quoted(QString cell) {
 } // namespace
 
 QString csv(const QList<QStringList>& rows) {
+    return csv(rows, {});
+}
+
+QString csv(const QList<QStringList>& rows, const Progress& progress) {
+    constexpr qsizetype reportEvery = 2048;
     QStringList lines;
     lines.reserve(rows.size());
     for (const QStringList& row : rows) {
@@ -23,8 +32,28 @@ QString csv(const QList<QStringList>& rows) {
         for (const QString& cell : row)
             cells.append(quoted(cell));
         lines.append(cells.join(u';'));
+        if (progress && lines.size() % reportEvery == 0)
+            progress(lines.size(), rows.size());
     }
+    if (progress)
+        progress(rows.size(), rows.size());
     return QChar(0xFEFF) + lines.join(QStringLiteral("\r\n"));
+}
+
+void writeExportFile(const QString& path, const QString& text, const Progress& progress) {
+    constexpr qsizetype pieceSize = qsizetype(1) << 20;
+    const QByteArray bytes = text.toUtf8();
+    QSaveFile file(path);
+    bool written = file.open(QIODevice::WriteOnly);
+    for (qsizetype at = 0; written && at < bytes.size(); at += pieceSize) {
+        const qsizetype size = std::min(pieceSize, bytes.size() - at);
+        written = file.write(bytes.constData() + at, size) == size;
+        if (written && progress)
+            progress(at + size, bytes.size());
+    }
+    if (!written || !file.commit())
+        throw FileError(QStringLiteral("Não foi possível gravar o arquivo %1: %2")
+                            .arg(QDir::toNativeSeparators(path), file.errorString()));
 }
 
 QList<QStringList> filmExportTable(const QList<Film>& films) {

@@ -1,4 +1,6 @@
 #include "exchange/FilmCSV.h"
+#include "exchange/ScreenExport.h"
+#include "files/FileWriting.h"
 #include "records/FilmCSVError.h"
 #include "support/Failures.h"
 
@@ -7,6 +9,16 @@
 using Rows = QList<QStringList>;
 
 namespace {
+
+// Everything an import gives a film but its random id.
+QStringList films(const Store& store) {
+    QStringList summary;
+    for (const Film& f : store.films)
+        summary.append(QStringLiteral("%1|%2|%3|%4|%5")
+                           .arg(f.code.value_or(-1))
+                           .arg(f.title, f.genre, f.sinapse.value_or("-"), QString::number(f.copies)));
+    return summary;
+}
 
 QString invalid(int record) {
     return QStringLiteral("Registro %1: código duplicado ou valor inválido em código, quantidade, ano ou preço. Nenhum "
@@ -138,6 +150,98 @@ private slots:
         for (const char byte : {'\x81', '\x8D', '\x8F', '\x90', '\x9D'})
             QCOMPARE(failureOf([&] { decodedCSVText(QByteArray("FILME\nA\xE7") + byte); }),
                      QStringLiteral("Não foi possível ler o texto do CSV."));
+    }
+
+    // The file is read in pieces of 1 MiB: each row puts the first piece's end
+    // inside one thing the reader or the decoder must see whole, and the file must
+    // import exactly as its whole text does. "early" goes into the first film.
+    void fileInPiecesReadsAsWhole_data() {
+        QTest::addColumn<QByteArray>("inside");
+        QTest::addColumn<int>("before");
+        QTest::addColumn<QByteArray>("early");
+        QTest::addColumn<QString>("failure");
+        const auto row = [](const char* name, const char* inside, int before, const char* early = "",
+                            const QString& failure = QString()) {
+            QTest::newRow(name) << QByteArray(inside) << before << QByteArray(early) << failure;
+        };
+        row("two-byte character", "a\xC3\xA7", 2);
+        row("three-byte character, one byte in", "a\xE2\x82\xAC", 2);
+        row("three-byte character, two bytes in", "a\xE2\x82\xAC", 3);
+        row("doubled quote", "a\"\"b", 2);
+        row("CR LF", "a\"\r\nX;;\"b", 2);
+        row("Windows-1252 after the cut", "a\xE7\x80", 2);
+        row("undefined byte before the cut", "a\xE7\x80", 2, "\xC3\x81", "Não foi possível ler o texto do CSV.");
+        row("bad record after the cut", "a\"\r\nX;;\"b\"\r\n;;\"c", 2, "",
+            QStringLiteral("Registro %1: informe o nome do filme."));
+    }
+    void fileInPiecesReadsAsWhole() {
+        QFETCH(QByteArray, inside);
+        QFETCH(int, before);
+        QFETCH(QByteArray, early);
+        QFETCH(QString, failure);
+        QByteArray bytes = "FILME;GÊNERO;SINOPSE\r\n";
+        qsizetype rows = 1;
+        for (; bytes.size() < (1 << 20) - 2000; ++rows)
+            bytes += "Filme " + early + QByteArray::number(rows) + ";Drama;\"" + QByteArray(900, 's') + "\"\r\n";
+        bytes += "Alvo;Drama;\"";
+        bytes += QByteArray((1 << 20) - before - bytes.size(), 'p') + inside + "\"\r\nDepois;;\r\n";
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("filmes.csv"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        file.close();
+
+        Store store;
+        store.films.append(Film{"old", "Velho", "", 1, 500, 1});
+        QList<std::pair<qint64, qint64>> reports;
+        const auto record = [&reports](qint64 done, qint64 total) {
+            reports.append({done, total});
+        };
+        Store inPieces;
+        if (failure.contains(QStringLiteral("%1")))
+            failure = failure.arg(rows + 3); // the header is record 1, then the fillers, "Alvo" and "X"
+        QCOMPARE(failureOf([&] { inPieces = importFilmCSVFile(path, store, record); }), failure);
+        if (failure.isEmpty()) {
+            QCOMPARE(films(inPieces), films(importFilmsCSV(decodedCSVText(bytes), store)));
+            QVERIFY(inPieces.films.size() > rows);
+            // The watcher sees the work end, never go backwards.
+            QCOMPARE(reports.last().first, reports.last().second);
+            QVERIFY(std::is_sorted(reports.cbegin(), reports.cend()));
+        }
+    }
+
+    // The film list written as the export writes it, in pieces with progress, comes
+    // back through the file import whole.
+    void exportedFileImportsBack() {
+        Store store;
+        for (int code = 1; code <= 3000; ++code)
+            store.films.append(Film{QString::number(code),
+                                    QStringLiteral("Fita nº %1").arg(code),
+                                    "Drama",
+                                    2,
+                                    550,
+                                    code,
+                                    1990,
+                                    {},
+                                    QStringLiteral("Linha 1\nLinha \"2\"")});
+        qint64 rowsDone = 0;
+        qint64 bytesDone = 0;
+        const QString text = csv(filmExportTable(store.films), [&rowsDone](qint64 done, qint64) { rowsDone = done; });
+        QCOMPARE(rowsDone, qint64(3001));
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("CINEFITA-lista.csv"));
+        writeExportFile(path, text, [&bytesDone](qint64 done, qint64) { bytesDone = done; });
+        QCOMPARE(bytesDone, QFileInfo(path).size());
+        const Store back = importFilmCSVFile(path, Store{});
+        QCOMPARE(films(back), films(store));
+    }
+
+    void unreadableFile() {
+        QTemporaryDir folder;
+        const QString missing = folder.filePath(QStringLiteral("nada.csv"));
+        QVERIFY(failureOf<FileError>([&] {
+                    importFilmCSVFile(missing, Store{});
+                }).startsWith(QStringLiteral("Não foi possível ler o arquivo")));
     }
 };
 
