@@ -1,3 +1,5 @@
+// Pages of thousands of rows: "+" builds each piece in one allocation.
+#define QT_USE_QSTRINGBUILDER
 #include "print/OverdueNotices.h"
 
 #include "print/PrintPage.h"
@@ -42,9 +44,9 @@ QString addressLines(const Customer& customer) {
     return lines;
 }
 
-QString noticeSection(const OverdueNotice& notice, const QString& shop, Instant now) {
+QString noticeSection(const OverdueNotice& notice, const QString& shop, const QString& today) {
     QString section =
-        QStringLiteral("<section class='notice'><p class='shop'>") + shop + QStringLiteral("</p><p>") + dateText(now) +
+        QStringLiteral("<section class='notice'><p class='shop'>") + shop + QStringLiteral("</p><p>") + today +
         QStringLiteral("</p><p class='to'>") + addressLines(notice.customer) +
         QStringLiteral("</p><h2>AVISO DE FITAS EM ATRASO</h2><p>Prezado(a) ") + escapedHTML(notice.customer.name) +
         QStringLiteral(",</p><p>Consta em nosso cadastro que as fitas abaixo já passaram da data de devolução. "
@@ -136,9 +138,10 @@ QList<OverdueNotice> overdueNotices(const Store& store, Instant now) {
 
 QString overdueNoticesDocument(const QList<OverdueNotice>& notices, const QString& shopName, Instant now) {
     const QString shop = escapedHTML(shopName);
+    const QString today = dateText(now);
     QString body;
     for (const OverdueNotice& notice : notices)
-        body += noticeSection(notice, shop, now);
+        body += noticeSection(notice, shop, today);
     body += phonesSection(notices, now);
     return printDocument(QStringLiteral("AVISOS DE ATRASO"), body, noticeStyle);
 }
