@@ -54,3 +54,7 @@ qsizetype graphemeLength(const QString& text) {
         ++count;
     return count;
 }
+
+QString shownShopName(const std::optional<QString>& locadoraName) {
+    return locadoraName.value_or(QStringLiteral("LOCADORA"));
+}

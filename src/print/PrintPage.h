@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 // "&", "<", ">" and the double quote as entities, "&" first so nothing is
 // escaped twice; apostrophes pass unchanged.
@@ -21,3 +22,6 @@ QString realNumberText(double value);
 
 // User-perceived characters (extended grapheme clusters).
 qsizetype graphemeLength(const QString& text);
+
+// The shop's name as pages show it: the one set, else "LOCADORA".
+QString shownShopName(const std::optional<QString>& locadoraName);
