@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/ListCache.h"
+#include "lists/ListCache.h"
 #include "app/ModalAlert.h"
-#include "app/Sections.h"
+#include "lists/Sections.h"
 #include "records/Instant.h"
 #include "records/Records.h"
 

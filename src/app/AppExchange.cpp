@@ -1,6 +1,6 @@
 #include "app/App.h"
 
-#include "app/RecordSaving.h"
+#include "lists/RecordSaving.h"
 #include "exchange/FilmCSV.h"
 #include "exchange/ScreenExport.h"
 #include "files/FileWriting.h"

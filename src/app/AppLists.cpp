@@ -1,6 +1,6 @@
 #include "app/App.h"
 
-#include "app/ListGenres.h"
+#include "lists/ListGenres.h"
 #include "app/ListModel.h"
 #include "app/RecordForm.h"
 #include "look/DOS.h"

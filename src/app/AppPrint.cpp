@@ -1,6 +1,6 @@
 #include "app/App.h"
 
-#include "app/RecordSaving.h"
+#include "lists/RecordSaving.h"
 #include "files/FileWriting.h"
 #include "print/Labels.h"
 #include "print/MatrixReport.h"

@@ -1,7 +1,7 @@
 #include "app/App.h"
 
 #include "app/RecordForm.h"
-#include "app/RecordSaving.h"
+#include "lists/RecordSaving.h"
 #include "app/WrappingSynopsisView.h"
 #include "look/DOSButton.h"
 #include "look/DOSField.h"

@@ -1,4 +1,4 @@
-#include "app/RecordSaving.h"
+#include "lists/RecordSaving.h"
 
 #include "records/Codes.h"
 #include "records/IntegerText.h"
