@@ -20,9 +20,6 @@ void App::importFilmCSV() {
     } catch (const FilmCSVError& error) {
         alert(QStringLiteral("CSV não importado"), error.description());
         return;
-    } catch (const FileError& error) {
-        alert(QStringLiteral("CSV não importado"), error.description());
-        return;
     }
     const qsizetype count = imported.films.size() - store.films.size();
     if (!commit(imported))
@@ -54,7 +51,7 @@ void App::backup() {
     QString text;
     try {
         text = backupText(store);
-    } catch (const StoreJSONError& error) {
+    } catch (const FilmCSVError& error) {
         alert(QStringLiteral("Falha no backup"), error.description());
         return;
     }
@@ -67,7 +64,7 @@ void App::saveExport(const QString& text, const QString& fileName) {
         return;
     try {
         writeFileAtomically(path, text.toUtf8());
-    } catch (const FileError& error) {
+    } catch (const FilmCSVError& error) {
         alert(QStringLiteral("Falha na exportação"), error.description());
         return;
     }

@@ -17,7 +17,7 @@ void App::openPrint(const QString& html, const QString& name) {
     QString path;
     try {
         path = writePrintPage(folder, html, name);
-    } catch (const FileError& error) {
+    } catch (const FilmCSVError& error) {
         alert(QStringLiteral("Falha na impressão"), error.description());
         return;
     }

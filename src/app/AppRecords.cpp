@@ -165,8 +165,8 @@ void App::saveRecord() {
     try {
         const FormValues values = valuesOf(screen.formView);
         changed = section == Section::films ? savingFilm(store, values, editID) : savingCustomer(store, values, editID);
-    } catch (const RecordRefusal& refusal) {
-        alert(refusal.title, refusal.text);
+    } catch (const FilmCSVError& refusal) {
+        alert(refusal.title(), refusal.description());
         return;
     }
     if (!commit(changed))

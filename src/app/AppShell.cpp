@@ -110,7 +110,7 @@ void App::launch() {
         LoadedStore loaded = loadAtStartup(folder);
         database = std::move(loaded.database);
         store = std::move(loaded.store);
-    } catch (const StartupError& error) {
+    } catch (const FilmCSVError& error) {
         alert(QStringLiteral("Dados indisponíveis"), error.description());
         terminate();
         return;
@@ -339,8 +339,6 @@ bool App::commit(const Store& changed) {
         try {
             database->save(changed);
         } catch (const FilmCSVError& error) {
-            failure = error.description();
-        } catch (const StoreJSONError& error) {
             failure = error.description();
         } catch (const std::exception& error) {
             failure = QString::fromUtf8(error.what());

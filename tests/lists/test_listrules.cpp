@@ -201,8 +201,8 @@ private slots:
         try {
             (c.section == Section::films ? savingFilm : savingCustomer)(savingShop(), values, id);
             QFAIL("saved a record the form should refuse");
-        } catch (const RecordRefusal& refusal) {
-            QCOMPARE(refusal.title + ": " + refusal.text, c.refusal);
+        } catch (const FilmCSVError& refusal) {
+            QCOMPARE(refusal.title() + ": " + refusal.description(), c.refusal);
         }
     }
 
