@@ -1,7 +1,7 @@
 #pragma once
 
-#include "lists/ListCache.h"
 #include "app/ModalAlert.h"
+#include "lists/ListCache.h"
 #include "lists/Sections.h"
 #include "records/Instant.h"
 #include "records/Records.h"
@@ -92,10 +92,9 @@ public:
                                     const QString& ok = QStringLiteral("FINALIZAR"));
 
     // ---- Focus ring (AppFocus.cpp) -----------------------------------------
-    void focus(QWidget* view, QWidget* inWindow = nullptr);
+    void focus(QWidget* view);
     std::optional<int> focusedIndex(const QList<QWidget*>& controls, QWidget* inWindow) const;
     bool handleKeyboard(QKeyEvent* event, const QList<QWidget*>& controls, QWidget* inWindow);
-    bool handleClipboard(QKeyEvent* event, QWidget* inWindow);
     QList<QWidget*> mainControls() const; // the main screen's Tab ring
 
     // ---- Keys (AppKeys.cpp) ------------------------------------------------
@@ -204,9 +203,6 @@ public:
     std::function<qsizetype(qsizetype count)> randomIndex; // uniform in 0 … count − 1
     std::function<void()> terminate;
     bool windowOnScreen = true; // false: laid out and drawn, never shown (preview)
-    // How often the key map and the search reaction ran: each must run once per cause.
-    int keyMapRuns = 0;
-    int searchRuns = 0;
 
 private:
     void reactivateWindow();
@@ -219,6 +215,8 @@ private:
     void schedulePreview();
     void writePreviewPicture();
     void editText(int command);
+    QList<QWidget*> ringControls(bool shownOnlyToo) const;
+    QWidget* ringStepFromShownOnly(const QKeyEvent* event) const;
 
     QStringList arguments;
     QStackedWidget* content = nullptr;

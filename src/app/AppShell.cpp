@@ -249,7 +249,6 @@ void App::buildWorkingView() {
     search->setPalette(searchColours);
     // Only the operator's typing searches; texts the program sets do not.
     connect(search, &QLineEdit::textEdited, this, [this] {
-        ++searchRuns;
         searchChanged();
     });
     rows->addWidget(search);
