@@ -1,5 +1,6 @@
 #include "app/App.h"
 
+#include "lists/RecordSaving.h"
 #include "records/Codes.h"
 #include "records/MoneyText.h"
 #include "records/RentalRules.h"
@@ -7,7 +8,6 @@
 
 #include <QLabel>
 #include <QMainWindow>
-#include <QTextBoundaryFinder>
 
 // The operator's small commands: a cash-book line, the shop's name, the house
 // suggestion, the help screen and leaving the program.
@@ -15,15 +15,6 @@
 namespace {
 
 constexpr qsizetype longestShopName = 60;
-
-// Characters as the operator sees them: an accent typed apart still makes one.
-qsizetype visibleLength(const QString& text) {
-    QTextBoundaryFinder graphemes(QTextBoundaryFinder::Grapheme, text);
-    qsizetype count = 0;
-    while (graphemes.toNextBoundary() != -1)
-        ++count;
-    return count;
-}
 
 QString suggestionText(const Film& film) {
     const QString year = film.year ? QString::number(*film.year) : QStringLiteral("ANO NÃO INFORMADO");

@@ -1,8 +1,8 @@
 #include "app/App.h"
 
-#include "lists/ListGenres.h"
 #include "app/ListModel.h"
 #include "app/RecordForm.h"
+#include "lists/ListGenres.h"
 #include "look/DOS.h"
 #include "look/DOSButton.h"
 #include "look/DOSField.h"
@@ -57,6 +57,8 @@ void App::showTable() {
         table->setModel(listModel);
         table->rowDelegate()->setFramesCells(true);
         table->header()->setMinimumSectionSize(65);
+        // The widths are starting widths: the last column takes what is left, as a toolkit table does.
+        table->header()->setStretchLastSection(true);
     }
     table->clearSelection();
     listModel->reload();

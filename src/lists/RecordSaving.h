@@ -14,6 +14,10 @@ using FormValues = QMap<QString, QString>;
 // A save the form cannot make; title and text are the dialog the operator sees.
 using RecordRefusal = FilmCSVError;
 
+// Characters as the operator sees them (grapheme clusters): an accent typed apart
+// still makes one. The one length rule of the state, the shop's name and the dialogs.
+qsizetype visibleLength(const QString& text);
+
 // The code a new record is offered: one past the highest in the store, removed records included.
 qint64 nextFilmCode(const Store& store);
 qint64 nextCustomerCode(const Store& store);

@@ -93,6 +93,15 @@ private slots:
         QCOMPARE(shown(*app->app), expected);
     }
 
+    // Each column its width, the last one to the table's right edge: no text cut while the table has room.
+    void lastColumnReachesTheEdge() {
+        (*app)->navigate(Section::rented);
+        QApplication::processEvents();
+        DOSTable* table = (*app)->table;
+        QCOMPARE(table->columnViewportPosition(2) + table->columnWidth(2), table->viewport()->width());
+        QVERIFY(table->columnWidth(2) > table->fontMetrics().horizontalAdvance("ATENÇÃO: CLIENTE EM DÉBITO"));
+    }
+
     // Typed with keys; taking the text back with Backspace restores every row.
     void searchFollowsKeys_data() {
         QTest::addColumn<int>("section");

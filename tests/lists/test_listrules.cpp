@@ -190,6 +190,8 @@ private slots:
             customers, "", {{"code", "0012"}}, "Código já usado: Escolha outro código de cliente."};
         QTest::newRow("state") << SavingCase{
             customers, "", {{"state", "São"}}, "Estado inválido: Use a sigla de duas letras do estado."};
+        QTest::newRow("state, three letters with an accent typed apart") << SavingCase{
+            customers, "", {{"state", "SA\u0303O"}}, "Estado inválido: Use a sigla de duas letras do estado."};
         QTest::newRow("CEP") << SavingCase{
             customers, "", {{"zip", "1234"}}, "CEP inválido: Informe os oito números do CEP, ou deixe vazio."};
     }
@@ -221,6 +223,11 @@ private slots:
             savingShop(), {{"name", "MARIA"}, {"code", "13"}, {"state", "sp"}, {"zip", "01310-100"}}, std::nullopt);
         const Customer saved = customers.customers.last();
         QCOMPARE(QStringList({saved.name, *saved.state, *saved.zip}), QStringList({"MARIA", "SP", "01310100"}));
+        // Two letters as seen, the accent typed apart: the same count as the shop's name.
+        QCOMPARE(savingCustomer(savingShop(), {{"name", "B"}, {"code", "14"}, {"state", "pa\u0303"}}, std::nullopt)
+                     .customers.last()
+                     .state.value_or(QString()),
+                 QString("PA\u0303"));
         // Edited in place under its own code.
         const Store edited = savingCustomer(savingShop(), {{"name", "ANA B"}, {"code", "12"}}, "C12");
         QCOMPARE(edited.customers.size(), 1);
