@@ -3,8 +3,8 @@
 #include "bench_app.h"
 
 #include "app/App.h"
-#include "app/RecordForm.h"
-#include "app/StyledDialog.h"
+#include "widgets/RecordForm.h"
+#include "widgets/StyledDialog.h"
 #include "look/DOSButton.h"
 #include "look/DOSField.h"
 #include "look/DOSTable.h"

@@ -1,7 +1,7 @@
 #include "app/App.h"
 
-#include "app/StyledDialog.h"
-#include "app/WrappingSynopsisView.h"
+#include "widgets/StyledDialog.h"
+#include "widgets/WrappingSynopsisView.h"
 #include "lists/RecordSaving.h"
 #include "look/DOS.h"
 #include "look/DOSField.h"

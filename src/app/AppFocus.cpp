@@ -1,8 +1,8 @@
 #include "app/App.h"
 
-#include "app/FocusRing.h"
-#include "app/MatchList.h"
-#include "app/RecordForm.h"
+#include "widgets/FocusRing.h"
+#include "widgets/MatchList.h"
+#include "widgets/RecordForm.h"
 #include "look/DOSButton.h"
 #include "look/DOSPopup.h"
 #include "look/DOSSearchField.h"

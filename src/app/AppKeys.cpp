@@ -1,7 +1,7 @@
 #include "app/App.h"
 
-#include "app/MatchList.h"
-#include "app/RecordForm.h"
+#include "widgets/MatchList.h"
+#include "widgets/RecordForm.h"
 #include "app/ShellViews.h"
 #include "look/DOSButton.h"
 #include "look/DOSField.h"

@@ -1,7 +1,7 @@
 #include "app/App.h"
 
-#include "app/ListModel.h"
-#include "app/RecordForm.h"
+#include "widgets/ListModel.h"
+#include "widgets/RecordForm.h"
 #include "lists/ListGenres.h"
 #include "look/DOS.h"
 #include "look/DOSButton.h"

@@ -1,8 +1,8 @@
 #include "app/App.h"
 
-#include "app/RecordForm.h"
+#include "widgets/RecordForm.h"
 #include "lists/RecordSaving.h"
-#include "app/WrappingSynopsisView.h"
+#include "widgets/WrappingSynopsisView.h"
 #include "look/DOSButton.h"
 #include "look/DOSField.h"
 #include "look/DOSTable.h"

@@ -1,6 +1,6 @@
 #include "app/App.h"
 
-#include "app/ElidingLabel.h"
+#include "widgets/ElidingLabel.h"
 #include "app/ShellViews.h"
 #include "look/DOS.h"
 #include "look/DOSButton.h"

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "app/App.h"
-#include "app/RecordForm.h"
-#include "app/StyledDialog.h"
-#include "app/WrappingSynopsisView.h"
+#include "widgets/RecordForm.h"
+#include "widgets/StyledDialog.h"
+#include "widgets/WrappingSynopsisView.h"
 #include "look/DOSButton.h"
 #include "look/DOSField.h"
 #include "storage/LocalDatabase.h"

@@ -1,6 +1,6 @@
 #include "gui/GuiSupport.h"
 
-#include "app/MatchList.h"
+#include "widgets/MatchList.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
 #include "records/DateText.h"

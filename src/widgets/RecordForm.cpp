@@ -1,9 +1,9 @@
-#include "app/RecordForm.h"
+#include "widgets/RecordForm.h"
 
-#include "app/ShellViews.h"
-#include "app/WrappingSynopsisView.h"
 #include "look/DOS.h"
 #include "look/DOSField.h"
+#include "widgets/TextLook.h"
+#include "widgets/WrappingSynopsisView.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
