@@ -1,4 +1,4 @@
-#include "Modes.h"
+#include "modes/Modes.h"
 
 #include "files/FileWriting.h"
 #include "print/PrintFiles.h"

@@ -1,4 +1,4 @@
-#include "Modes.h"
+#include "modes/Modes.h"
 #include "modes/ModeChecks.h"
 
 #include "exchange/FilmCSV.h"

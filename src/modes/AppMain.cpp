@@ -1,4 +1,4 @@
-#include "Modes.h"
+#include "modes/Modes.h"
 #include "ProgramInfo.h"
 #include "modes/ModeChecks.h"
 
