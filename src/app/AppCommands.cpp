@@ -33,7 +33,7 @@ void App::cashEntry() {
                                        {QStringLiteral("VALOR (R$)"), QString()}});
     if (!typed)
         return;
-    const Ruled<Store> entered = cashEntryStore(store, typed->at(0), typed->at(1), typed->at(2), clock());
+    const Ruled<Store> entered = cashEntryStore(store, typed->at(0), typed->at(1), typed->at(2), seams.clock());
     if (const auto* refusal = std::get_if<RuleRefusal>(&entered)) {
         // A silent refusal: the operator sees the list unchanged, nothing more to say.
         if (!refusal->silent())
@@ -68,7 +68,7 @@ void App::suggestHouse() {
         alert(QStringLiteral("Sugestão da Casa"), QStringLiteral("Não há fitas disponíveis no acervo."));
         return;
     }
-    alert(QStringLiteral("[F7] SUGESTÃO DA CASA"), suggestionText(onShelf.at(randomIndex(onShelf.size()))));
+    alert(QStringLiteral("[F7] SUGESTÃO DA CASA"), suggestionText(onShelf.at(seams.randomIndex(onShelf.size()))));
 }
 
 void App::helpScreen() {
@@ -97,5 +97,5 @@ void App::exitProgram() {
     question.text = QStringLiteral("Os dados já salvos permanecem no banco local.");
     question.buttons = {QStringLiteral("SAIR"), QStringLiteral("VOLTAR")};
     if (styledModal(std::move(question)) == firstButtonAnswer)
-        terminate();
+        seams.terminate();
 }

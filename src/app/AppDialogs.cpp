@@ -1,10 +1,10 @@
 #include "app/App.h"
 
-#include "widgets/StyledDialog.h"
-#include "widgets/WrappingSynopsisView.h"
 #include "lists/RecordSaving.h"
 #include "look/DOS.h"
 #include "look/DOSField.h"
+#include "widgets/StyledDialog.h"
+#include "widgets/WrappingSynopsisView.h"
 
 #include <QLabel>
 #include <QMainWindow>

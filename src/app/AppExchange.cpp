@@ -1,9 +1,9 @@
 #include "app/App.h"
 
-#include "lists/RecordSaving.h"
 #include "exchange/FilmCSV.h"
 #include "exchange/ScreenExport.h"
 #include "files/FileWriting.h"
+#include "lists/RecordSaving.h"
 #include "look/DOSSearchField.h"
 #include "records/FilmCSVError.h"
 #include "records/StoreJSON.h"
@@ -11,7 +11,7 @@
 #include <QLabel>
 
 void App::importFilmCSV() {
-    const QString path = chooseOpenFile(QStringLiteral("IMPORTAR CSV DE FILMES"), QString());
+    const QString path = seams.chooseOpenFile(QStringLiteral("IMPORTAR CSV DE FILMES"), QString());
     if (path.isEmpty())
         return;
     Store imported;
@@ -59,7 +59,7 @@ void App::backup() {
 }
 
 void App::saveExport(const QString& text, const QString& fileName) {
-    const QString path = chooseSaveFile(QStringLiteral("Salvar"), fileName, QString());
+    const QString path = seams.chooseSaveFile(QStringLiteral("Salvar"), fileName, QString());
     if (path.isEmpty())
         return;
     try {

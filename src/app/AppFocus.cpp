@@ -1,12 +1,12 @@
 #include "app/App.h"
 
-#include "widgets/FocusRing.h"
-#include "widgets/MatchList.h"
-#include "widgets/RecordForm.h"
 #include "look/DOSButton.h"
 #include "look/DOSPopup.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
+#include "widgets/FocusRing.h"
+#include "widgets/MatchList.h"
+#include "widgets/RecordForm.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>

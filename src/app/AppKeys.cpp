@@ -1,12 +1,12 @@
 #include "app/App.h"
 
-#include "widgets/MatchList.h"
-#include "widgets/RecordForm.h"
 #include "app/ShellViews.h"
 #include "look/DOSButton.h"
 #include "look/DOSField.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
+#include "widgets/MatchList.h"
+#include "widgets/RecordForm.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,7 +1,5 @@
 #include "app/App.h"
 
-#include "widgets/ListModel.h"
-#include "widgets/RecordForm.h"
 #include "lists/ListGenres.h"
 #include "look/DOS.h"
 #include "look/DOSButton.h"
@@ -11,6 +9,8 @@
 #include "look/DOSRowDelegate.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
+#include "widgets/ListModel.h"
+#include "widgets/RecordForm.h"
 
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
@@ -30,7 +30,7 @@ ListFilter App::listFilter() const {
 
 QList<QStringList> App::rows() {
     const ListCache::Shown& shown =
-        listCache.rows(store, listFilter(), search != nullptr ? search->text() : QString(), clock());
+        listCache.rows(store, listFilter(), search != nullptr ? search->text() : QString(), seams.clock());
     filteredIDs = shown.ids;
     return shown.cells;
 }

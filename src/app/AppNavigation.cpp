@@ -117,7 +117,7 @@ void App::render() {
     Q_ASSERT(window != nullptr && menuHeading != nullptr);
     window->setWindowTitle(QStringLiteral("CINEFITA — ") + locadoraName());
     brand->setText(locadoraName().toUpper());
-    status->setText(dateText(clock()));
+    status->setText(dateText(seams.clock()));
 
     for (DOSButton* entry : navButtons) {
         entry->setOn(entry->tag() == section);

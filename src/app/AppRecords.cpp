@@ -1,8 +1,6 @@
 #include "app/App.h"
 
-#include "widgets/RecordForm.h"
 #include "lists/RecordSaving.h"
-#include "widgets/WrappingSynopsisView.h"
 #include "look/DOSButton.h"
 #include "look/DOSField.h"
 #include "look/DOSTable.h"
@@ -10,6 +8,8 @@
 #include "records/IntegerText.h"
 #include "records/PhoneText.h"
 #include "records/RentalRules.h"
+#include "widgets/RecordForm.h"
+#include "widgets/WrappingSynopsisView.h"
 
 #include <QHBoxLayout>
 #include <QMainWindow>

@@ -1,7 +1,5 @@
 #include "app/App.h"
 
-#include "widgets/MatchList.h"
-#include "widgets/RecordForm.h"
 #include "look/DOSField.h"
 #include "look/DOSSearchField.h"
 #include "records/Codes.h"
@@ -9,6 +7,8 @@
 #include "records/MoneyText.h"
 #include "records/RentalRules.h"
 #include "records/Search.h"
+#include "widgets/MatchList.h"
+#include "widgets/RecordForm.h"
 
 #include <QMainWindow>
 #include <QTableView>
@@ -61,7 +61,7 @@ int App::fieldTag(const QWidget* view) {
 void App::rentalScreen() {
     const std::optional<Film> rented = rentalFilm ? film(*rentalFilm) : std::nullopt;
     const std::optional<Customer> renter = rentalCustomer ? customer(*rentalCustomer) : std::nullopt;
-    const Instant now = clock();
+    const Instant now = seams.clock();
 
     auto* form = new RecordForm;
     screen.formView = form;

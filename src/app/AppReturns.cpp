@@ -36,7 +36,7 @@ void App::selectRental() {
     details.title = rented ? rented->title : QStringLiteral("Locação");
     details.text = QStringLiteral("Cliente: ") + (renter ? renter->name : QString()) + QStringLiteral("\nData: ") +
                    dateText(rental->start) + QStringLiteral("\nData de devolução: ") + dateText(rental->due) +
-                   QStringLiteral("\nMulta atual: ") + money(fineSoFar(*rental, clock()));
+                   QStringLiteral("\nMulta atual: ") + money(fineSoFar(*rental, seams.clock()));
     details.buttons = {QStringLiteral("DEVOLUÇÃO"), QStringLiteral("VOLTAR")};
     if (styledModal(std::move(details)) != firstButtonAnswer)
         return;
@@ -62,7 +62,7 @@ void App::returnRental() {
     ModalAlert question;
     question.title = QStringLiteral("FITA FOI REBOBINADA? [S/N]");
     question.text = (rented ? rented->title : QString()) + QStringLiteral("\nMulta por atraso: ") +
-                    money(fineSoFar(*rental, clock())) +
+                    money(fineSoFar(*rental, seams.clock())) +
                     QStringLiteral("\n[N] aplica taxa simbólica de R$ 1,00.\nConfirmar registra a devolução.");
     question.buttons = {QStringLiteral("[S] SIM"), QStringLiteral("[N] NÃO"), QStringLiteral("CANCELAR")};
     const int answer = styledModal(std::move(question));
@@ -71,7 +71,7 @@ void App::returnRental() {
 
     Store changed;
     try {
-        changed = returnedStore(store, *id, answer == firstButtonAnswer, clock());
+        changed = returnedStore(store, *id, answer == firstButtonAnswer, seams.clock());
     } catch (const FilmCSVError& error) {
         alert(QStringLiteral("Devolução não salva"), error.description());
         return;

@@ -1,6 +1,5 @@
 #include "app/App.h"
 
-#include "widgets/ElidingLabel.h"
 #include "app/ShellViews.h"
 #include "look/DOS.h"
 #include "look/DOSButton.h"
@@ -13,6 +12,7 @@
 #include "records/StoreJSON.h"
 #include "storage/LocalDatabase.h"
 #include "storage/StartupLoading.h"
+#include "widgets/ElidingLabel.h"
 
 #include <QAction>
 #include <QApplication>
@@ -64,28 +64,28 @@ App::App(QStringList arguments, QObject* parent)
     search = new DOSSearchField;
     table = new DOSTable;
 
-    clock = [] {
+    seams.clock = [] {
         return Instant::now();
     };
-    chooseOpenFile = [this](const QString& caption, const QString& filter) {
+    seams.chooseOpenFile = [this](const QString& caption, const QString& filter) {
         const QString path = QFileDialog::getOpenFileName(window, caption, QString(), filter);
         reactivateWindow();
         return path;
     };
-    chooseSaveFile = [this](const QString& caption, const QString& proposedName, const QString& filter) {
+    seams.chooseSaveFile = [this](const QString& caption, const QString& proposedName, const QString& filter) {
         const QString path = QFileDialog::getSaveFileName(window, caption, proposedName, filter);
         reactivateWindow();
         return path;
     };
-    openPrintPage = [](const QString& path) {
+    seams.openPrintPage = [](const QString& path) {
         std::printf("%s\n", QDir::toNativeSeparators(path).toLocal8Bit().constData());
         std::fflush(stdout);
         QDesktopServices::openUrl(QUrl::fromLocalFile(path));
     };
-    randomIndex = [](qsizetype count) {
+    seams.randomIndex = [](qsizetype count) {
         return qsizetype(QRandomGenerator::global()->bounded(qint64(count)));
     };
-    terminate = [] {
+    seams.terminate = [] {
         QCoreApplication::quit();
     };
 }
@@ -112,11 +112,11 @@ void App::launch() {
         store = std::move(loaded.store);
     } catch (const FilmCSVError& error) {
         alert(QStringLiteral("Dados indisponíveis"), error.description());
-        terminate();
+        seams.terminate();
         return;
     } catch (const std::exception& error) {
         alert(QStringLiteral("Dados indisponíveis"), QString::fromUtf8(error.what()));
-        terminate();
+        seams.terminate();
         return;
     }
 
@@ -156,7 +156,8 @@ void App::buildMenuBar() {
     item(program, QStringLiteral("Caixa"), QKeySequence(Qt::CTRL | Qt::Key_K), std::bind_front(&App::showCash, this));
     item(program, QStringLiteral("Restaurar cadastro apagado…"), QKeySequence(),
          std::bind_front(&App::restoreRecord, this));
-    item(program, QStringLiteral("Sair do CINEFITA"), QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { terminate(); });
+    item(program, QStringLiteral("Sair do CINEFITA"), QKeySequence(Qt::CTRL | Qt::Key_Q),
+         [this] { seams.terminate(); });
 
     QMenu* edit = bar->addMenu(QStringLiteral("Editar"));
     item(edit, QStringLiteral("Recortar"), QKeySequence(Qt::CTRL | Qt::Key_X), [this] { editText(cutText); });
@@ -212,7 +213,7 @@ void App::buildWindow() {
         frame.moveCenter(screen->availableGeometry().center());
         window->move(frame.topLeft());
     }
-    if (!windowOnScreen)
+    if (!seams.windowOnScreen)
         window->setAttribute(Qt::WA_DontShowOnScreen);
 }
 
@@ -248,9 +249,7 @@ void App::buildWorkingView() {
     searchColours.setColor(QPalette::Base, DOS::ink());
     search->setPalette(searchColours);
     // Only the operator's typing searches; texts the program sets do not.
-    connect(search, &QLineEdit::textEdited, this, [this] {
-        searchChanged();
-    });
+    connect(search, &QLineEdit::textEdited, this, [this] { searchChanged(); });
     rows->addWidget(search);
 
     auto* contentRow = new QHBoxLayout;
@@ -388,7 +387,7 @@ bool App::windowShouldClose(QWidget* closing) {
 }
 
 void App::updateDebtAlert() {
-    const Instant now = clock();
+    const Instant now = seams.clock();
     const bool late = std::any_of(store.rentals.cbegin(), store.rentals.cend(),
                                   [&now](const Rental& rental) { return isLate(rental, now); });
     blinkOn = !blinkOn;

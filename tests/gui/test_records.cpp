@@ -41,7 +41,7 @@ private slots:
     void init() {
         disk = std::make_unique<ShopOnDisk>();
         opened.clear();
-        app()->openPrintPage = [this](const QString& path) {
+        app()->seams.openPrintPage = [this](const QString& path) {
             opened.append(QFileInfo(path).fileName());
         };
         QVERIFY(disk->launch(shop()));
@@ -193,7 +193,7 @@ private slots:
         QDir folder(disk->dir.path());
         QVERIFY(folder.mkpath("saida/CINEFITA-lista.csv"));
         QString into = "saida/";
-        app()->chooseSaveFile = [&](const QString&, const QString& proposed, const QString&) {
+        app()->seams.chooseSaveFile = [&](const QString&, const QString& proposed, const QString&) {
             return folder.filePath(into + proposed);
         };
         const QString status = app()->status->text();
@@ -208,7 +208,7 @@ private slots:
         QCOMPARE(app()->status->text(), QStringLiteral("EXPORTADO  │  CINEFITA-lista.csv"));
 
         QVERIFY(app()->commit(Store{})); // an empty shop reads the file back
-        app()->chooseOpenFile = [&folder](const QString&, const QString&) {
+        app()->seams.chooseOpenFile = [&folder](const QString&, const QString&) {
             return folder.filePath("CINEFITA-lista.csv");
         };
         DialogAnswerer done(DialogAnswerer::pressKey(Qt::Key_Return));

@@ -1,10 +1,10 @@
 #include "gui/GuiSupport.h"
 
-#include "widgets/MatchList.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
 #include "records/DateText.h"
 #include "records/MoneyText.h"
+#include "widgets/MatchList.h"
 
 #include <QTableView>
 
@@ -99,7 +99,7 @@ private slots:
 
         // Back two calendar days late at 2,00 a day.
         const Instant back = rental.due.plusSeconds(2 * 86400 + 60);
-        shop.app->clock = [back] {
+        shop.app->seams.clock = [back] {
             return back;
         };
         shop.app->table->selectRow(int(shop.app->filteredIDs.indexOf(rental.id)));
@@ -215,7 +215,7 @@ private slots:
         RentalShop shop;
         QVERIFY(shop.open());
         QList<qsizetype> offered;
-        shop.app->randomIndex = [&offered](qsizetype count) {
+        shop.app->seams.randomIndex = [&offered](qsizetype count) {
             offered.append(count);
             return count - 1;
         };

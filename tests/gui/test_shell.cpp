@@ -65,7 +65,7 @@ private slots:
         QVERIFY(shop.launch(named));
         TestApp& app = shop.app;
         QCOMPARE(app->brand->text(), QStringLiteral("VÍDEO CLUBE ESTRELA"));
-        QCOMPARE(app->status->text(), dateText(app->clock()));
+        QCOMPARE(app->status->text(), dateText(app->seams.clock()));
 
         // The program's menu keys win over the search field's own editing keys.
         app->enterProgram();
