@@ -4,6 +4,7 @@
 #include "lists/Sections.h"
 #include "records/Instant.h"
 #include "records/Records.h"
+#include "screens/ScreenHost.h"
 #include "widgets/ModalAlert.h"
 
 #include <QList>
@@ -65,31 +66,29 @@ struct Seams {
 // The controller: owns the window, the store in memory and the database, and
 // builds the screen on show. Its public side is what the program's modes, the
 // window and the tests drive; everything else stays inside.
-class App : public QObject {
+class App : public QObject, public ScreenHost {
     Q_OBJECT
 public:
-    using Action = std::function<void()>;
-
     explicit App(QStringList arguments = {}, QObject* parent = nullptr);
     ~App() override;
 
     // ---- Shell --------------------------------------------------------------
     void launch();
     void enterProgram(QObject* sender = nullptr);
-    void navigate(int newSection);
-    void render();
-    bool commit(const Store& changed);
+    void navigate(int newSection) override;
+    void render() override;
+    bool commit(const Store& changed) override;
     bool windowShouldClose(QWidget* closing);
     void updateDebtAlert();
     QList<QWidget*> bodyViews() const; // what the body shows now, top to bottom
     bool previewPictureWritten() const { return previewWritten; }
 
     // ---- Dialogs and the focus ring -----------------------------------------
-    int styledModal(ModalAlert alert);
+    int styledModal(ModalAlert alert) override;
     void prepareModalText(ModalAlert& alert);
-    void alert(const QString& title, const QString& text);
+    void alert(const QString& title, const QString& text) override;
     std::optional<QStringList> form(const QString& title, const QList<QPair<QString, QString>>& fields,
-                                    const QString& ok = QStringLiteral("FINALIZAR"));
+                                    const QString& ok = QStringLiteral("FINALIZAR")) override;
     void focus(QWidget* view);
     std::optional<int> focusedIndex(const QList<QWidget*>& controls, QWidget* inWindow) const;
     QList<QWidget*> mainControls() const; // the main screen's Tab ring
@@ -142,12 +141,16 @@ private:
     void showCash();
     void showHelp();
     void showList();
-    QLabel* label(const QString& text, qreal size = 14);
-    DOSButton* button(const QString& title, Action action);
+    // What the screens ask of the controller (ScreenHost).
+    const Store& shop() const override { return store; }
+    Instant now() const override { return seams.clock(); }
+    qsizetype pick(qsizetype count) override { return seams.randomIndex(count); }
+    QLabel* label(const QString& text, qreal size = 14) override;
+    DOSButton* button(const QString& title, Action action) override;
+    void addBody(QWidget* view, int stretch = 0) override;
+    void spacer() override;
+    void actionRow(const QList<QPair<QString, Action>>& items) override;
     void decorate(QWidget* view);
-    void addBody(QWidget* view, int stretch = 0);
-    void spacer();
-    void actionRow(const QList<QPair<QString, Action>>& items);
     QString locadoraName() const;
     void observeEditing();
     void reactivateWindow();
@@ -181,7 +184,6 @@ private:
     void previewFilmForm();    // AppRecords.cpp
     void rentalScreen();       // AppRental.cpp
     void selectRental();       // AppReturns.cpp
-    void helpScreen();         // AppCommands.cpp
     void exitProgram();        // AppCommands.cpp
     void backup();             // AppExchange.cpp
 

@@ -4,8 +4,9 @@
 #include "look/DOSButton.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
-#include "look/SplashView.h"
 #include "records/DateText.h"
+#include "screens/HelpScreen.h"
+#include "screens/HomeScreen.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -129,16 +130,11 @@ void App::render() {
     menuHeading->update();
 
     switch (section) {
-    case Section::home: {
-        auto* home = new SplashView;
-        home->setBorderWidth(0);
-        home->enterButton()->hide();
-        home->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-        addBody(home, 1);
+    case Section::home:
+        HomeScreen::show(*this);
         return;
-    }
     case Section::help:
-        helpScreen();
+        HelpScreen::show(*this);
         return;
     case Section::rental:
         rentalScreen();
