@@ -4,6 +4,7 @@
 #include "lists/Sections.h"
 #include "records/Instant.h"
 #include "records/Records.h"
+#include "screens/RentalScreen.h"
 #include "screens/ScreenHost.h"
 #include "widgets/ModalAlert.h"
 
@@ -89,7 +90,7 @@ public:
     void alert(const QString& title, const QString& text) override;
     std::optional<QStringList> form(const QString& title, const QList<QPair<QString, QString>>& fields,
                                     const QString& ok = QStringLiteral("FINALIZAR")) override;
-    void focus(QWidget* view);
+    void focus(QWidget* view) override;
     std::optional<int> focusedIndex(const QList<QWidget*>& controls, QWidget* inWindow) const;
     QList<QWidget*> mainControls() const; // the main screen's Tab ring
 
@@ -203,17 +204,8 @@ private:
     void saveExport(const QString& text, const QString& fileName);
 
     // ---- Rental screen (AppRental.cpp) ------------------------------------
-    // The rental fields are known by these tags, kept in the "tag" property.
-    enum RentalFieldTag : int {
-        filmCodeTag = 801,
-        filmTitleTag = 802,
-        customerNameTag = 803,
-        customerCodeTag = 804,
-        rentalStartTag = 805,
-    };
-    static int fieldTag(const QWidget* view);
-    void updateRentalDue();
-    void clearRental();
+    void clearSearch() override;
+    QPointer<RentalScreen> rental; // while the rental screen is on show
 
     // ---- State the screens keep between renders -----------------------------
     QPointer<QWidget> body;

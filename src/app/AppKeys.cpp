@@ -5,6 +5,7 @@
 #include "look/DOSField.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
+#include "screens/RentalScreen.h"
 #include "widgets/MatchList.h"
 #include "widgets/RecordForm.h"
 
@@ -217,7 +218,8 @@ bool App::mainKey(QKeyEvent* event) {
 
     // The rental screen's drop-downs: Down enters the list under the field, Enter picks.
     if (key == Qt::Key_Down && qobject_cast<QLineEdit*>(focused) != nullptr) {
-        MatchList* matches = fieldTag(focused) == customerNameTag ? screen.clientMatches : screen.filmMatches;
+        MatchList* matches = RentalScreen::fieldTag(focused) == RentalScreen::customerNameTag ? screen.clientMatches
+                                                                                              : screen.filmMatches;
         if (matches != nullptr && matches->isVisible()) {
             focus(matches->list());
             return true;

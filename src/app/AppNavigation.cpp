@@ -126,6 +126,7 @@ void App::render() {
     }
     clearBody();
     screen = {};
+    rental = nullptr;
     menuHeading->setOn(section == Section::home);
     menuHeading->update();
 

@@ -30,6 +30,8 @@ public:
     virtual bool commit(const Store& changed) = 0;
     virtual void navigate(int section) = 0;
     virtual void render() = 0;
+    virtual void focus(QWidget* view) = 0;
+    virtual void clearSearch() = 0;
 
     virtual void alert(const QString& title, const QString& text) = 0;
     virtual std::optional<QStringList> form(const QString& title, const QList<QPair<QString, QString>>& fields,
