@@ -96,7 +96,7 @@ public:
 
     // ---- The operator's commands on the screen on show ----------------------
     QList<QStringList> rows(); // also sets filteredIDs
-    std::optional<QString> selected();
+    std::optional<QString> selected() override;
     std::optional<Customer> customer(const QString& id) const;
     void recordScreen(std::optional<QString> id);
     void enableEdit();
@@ -205,6 +205,7 @@ private:
 
     // ---- Rental screen (AppRental.cpp) ------------------------------------
     void clearSearch() override;
+    void showSelected(const QString& id) override;
     QPointer<RentalScreen> rental; // while the rental screen is on show
 
     // ---- State the screens keep between renders -----------------------------
