@@ -4,6 +4,7 @@
 #include "lists/Sections.h"
 #include "records/Instant.h"
 #include "records/Records.h"
+#include "screens/RecordScreen.h"
 #include "screens/RentalScreen.h"
 #include "screens/ScreenHost.h"
 #include "widgets/ModalAlert.h"
@@ -206,6 +207,8 @@ private:
     // ---- Rental screen (AppRental.cpp) ------------------------------------
     void clearSearch() override;
     void showSelected(const QString& id) override;
+    void focusList() override;
+    QPointer<RecordScreen> record; // while a record screen is on show
     QPointer<RentalScreen> rental; // while the rental screen is on show
 
     // ---- State the screens keep between renders -----------------------------
@@ -213,7 +216,6 @@ private:
     DOSButton* settingsButton = nullptr;
     bool alphabeticalFilms = true;
     bool alphabeticalClients = true;
-    bool editingEnabled = true;
     bool onlyLate = false;
     std::optional<QMetaObject::Connection> editingObserver;
     bool blinkOn = false;

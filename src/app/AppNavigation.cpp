@@ -127,6 +127,7 @@ void App::render() {
     clearBody();
     screen = {};
     rental = nullptr;
+    record = nullptr;
     menuHeading->setOn(section == Section::home);
     menuHeading->update();
 

@@ -35,6 +35,7 @@ public:
     // The record of the list's selected row; none (after telling the operator) without one.
     virtual std::optional<QString> selected() = 0;
     virtual void showSelected(const QString& id) = 0; // its row selected, the table focused
+    virtual void focusList() = 0;                     // the list's table takes the focus
 
     virtual void alert(const QString& title, const QString& text) = 0;
     virtual std::optional<QStringList> form(const QString& title, const QList<QPair<QString, QString>>& fields,
