@@ -176,11 +176,14 @@ private slots:
         const QString page = fileText(disk->dir.filePath("Impressos/" + opened.value(0)));
         QVERIFY(page.contains("<pre>CINEFITA • VÍDEO &quot;A&amp;B&quot; &lt;1&gt;\nRELATÓRIO MATRICIAL • "));
         const QString rows = page.section(QString(70, u'═') + "\n", 1).section("</pre>", 0, 0);
-        QStringList lines;
-        for (const QStringList& row : app()->rows())
-            lines.append(row.join("   ").toHtmlEscaped());
-        QVERIFY(lines.size() > 1);
-        QCOMPARE(rows.split('\n'), lines);
+        // Indicator and value of each line; the graph column is the graph's own test.
+        const QStringList expected = {"FITAS CADASTRADAS   1   ",    "QUANTIDADE NO ACERVO   3   ",
+                                      "CLIENTES CADASTRADOS   1   ", "FITAS ALUGADAS   1   ",
+                                      "FITAS ATRASADAS   0   ",      "FILMES JÁ LOCADOS (TOTAL)   1   "};
+        const QStringList printed = rows.split('\n');
+        QCOMPARE(printed.size(), expected.size());
+        for (qsizetype i = 0; i < printed.size(); ++i)
+            QVERIFY2(printed[i].startsWith(expected[i]), qPrintable(printed[i]));
     }
 
     // The list goes out as the screen shows it and comes back; each value's round trip is the exchange tests'.
