@@ -4,6 +4,7 @@
 #include "lists/Sections.h"
 #include "records/Instant.h"
 #include "records/Records.h"
+#include "screens/ListScreen.h"
 #include "screens/RecordScreen.h"
 #include "screens/RentalScreen.h"
 #include "screens/ScreenHost.h"
@@ -176,8 +177,6 @@ private:
 
     // ---- Screens of the other sections (one file each) ---------------------
     void showTable();          // AppLists.cpp
-    void addGenreFilter();     // AppLists.cpp
-    void toggleOrder();        // AppLists.cpp
     void searchChanged();      // AppLists.cpp
     void showCreate();         // AppLists.cpp
     void selectRecord();       // AppLists.cpp
@@ -192,7 +191,6 @@ private:
     // ---- List screens (AppLists.cpp): the rows of sections 1 to 6 ----------
     QStringList columns() const;
     std::optional<Film> film(const QString& id) const;
-    void changeGenre();
     void reloadTable(); // clears the selection; the table asks for its rows again
     ListFilter listFilter() const;
 
@@ -208,7 +206,10 @@ private:
     void clearSearch() override;
     void showSelected(const QString& id) override;
     void focusList() override;
+    void addListTable() override;
+    void reloadList() override;
     QPointer<RecordScreen> record; // while a record screen is on show
+    QPointer<ListScreen> list;     // while a list screen is on show
     QPointer<RentalScreen> rental; // while the rental screen is on show
 
     // ---- State the screens keep between renders -----------------------------

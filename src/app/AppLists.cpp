@@ -77,6 +77,14 @@ void App::showTable() {
     addBody(frame, 1);
 }
 
+void App::addListTable() {
+    showTable();
+}
+
+void App::reloadList() {
+    reloadTable();
+}
+
 void App::reloadTable() {
     table->clearSelection();
     if (listModel != nullptr)
@@ -92,48 +100,6 @@ std::optional<QString> App::selected() {
         return filteredIDs.at(row);
     alert(QStringLiteral("Selecione um registro"), QStringLiteral("Use as setas ou clique na linha desejada."));
     return std::nullopt;
-}
-
-void App::addGenreFilter() {
-    auto* row = new QWidget;
-    auto* items = new QHBoxLayout(row);
-    items->setContentsMargins(0, 0, 0, 0);
-    items->setSpacing(12);
-    items->addWidget(label(QStringLiteral("GÊNERO")));
-
-    auto* popup = new DOSPopup;
-    popup->setFont(DOS::font(14));
-    const QList<GenreChoice> choices = genreChoices(store);
-    for (const GenreChoice& choice : choices)
-        popup->addItem(choice.title, choice.genre ? QVariant(*choice.genre) : QVariant());
-    if (selectedGenre) {
-        const auto found = std::find_if(choices.cbegin(), choices.cend(),
-                                        [this](const GenreChoice& choice) { return choice.genre == selectedGenre; });
-        if (found == choices.cend())
-            selectedGenre.reset(); // the genre left the shop's films
-        popup->setCurrentIndex(found == choices.cend() ? 0 : int(found - choices.cbegin()));
-    }
-    connect(popup, &QComboBox::currentIndexChanged, this, &App::changeGenre);
-    items->addWidget(popup);
-    items->addStretch(1);
-    screen.genrePopup = popup;
-    addBody(row);
-}
-
-void App::changeGenre() {
-    const QVariant value = screen.genrePopup->currentData();
-    selectedGenre = value.isValid() ? std::make_optional(value.toString()) : std::nullopt;
-    reloadTable();
-}
-
-void App::toggleOrder() {
-    bool& alphabetical = section == Section::customers ? alphabeticalClients : alphabeticalFilms;
-    alphabetical = !alphabetical;
-    if (screen.sortButton != nullptr) {
-        screen.sortButton->setText(alphabetical ? QStringLiteral("ORDEM: A–Z") : QStringLiteral("ORDEM: CÓDIGO"));
-        screen.sortButton->update();
-    }
-    reloadTable();
 }
 
 void App::searchChanged() {

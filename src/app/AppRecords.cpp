@@ -23,6 +23,9 @@ void App::recordScreen(std::optional<QString> id) {
     screen = {};
     rental = nullptr;
     record = nullptr;
+    if (list != nullptr)
+        list->deleteLater();
+    list = nullptr;
 
     const bool creatingFilm = section == Section::films && !id;
     for (DOSButton* entry : navButtons) {

@@ -36,6 +36,8 @@ public:
     virtual std::optional<QString> selected() = 0;
     virtual void showSelected(const QString& id) = 0; // its row selected, the table focused
     virtual void focusList() = 0;                     // the list's table takes the focus
+    virtual void addListTable() = 0;                  // the list's table, placed in the body
+    virtual void reloadList() = 0;                    // the rows asked for again, the selection cleared
 
     virtual void alert(const QString& title, const QString& text) = 0;
     virtual std::optional<QStringList> form(const QString& title, const QList<QPair<QString, QString>>& fields,
