@@ -3,12 +3,12 @@
 #include "bench_app.h"
 
 #include "app/App.h"
-#include "app/RecordForm.h"
-#include "app/StyledDialog.h"
 #include "look/DOSButton.h"
 #include "look/DOSField.h"
 #include "look/DOSTable.h"
 #include "storage/LocalDatabase.h"
+#include "widgets/RecordForm.h"
+#include "widgets/StyledDialog.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

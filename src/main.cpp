@@ -1,5 +1,5 @@
-#include "Modes.h"
 #include "ProgramInfo.h"
+#include "modes/Modes.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,10 +1,14 @@
 #pragma once
 
-#include "app/ListCache.h"
-#include "app/ModalAlert.h"
-#include "app/Sections.h"
+#include "lists/ListCache.h"
+#include "lists/Sections.h"
 #include "records/Instant.h"
 #include "records/Records.h"
+#include "screens/ListScreen.h"
+#include "screens/RecordScreen.h"
+#include "screens/RentalScreen.h"
+#include "screens/ScreenHost.h"
+#include "widgets/ModalAlert.h"
 
 #include <QList>
 #include <QMetaObject>
@@ -50,153 +54,9 @@ struct ScreenWidgets {
     MatchList* clientMatches = nullptr; // rental screen only
 };
 
-// The controller: owns the window, the store in memory, the database and every
-// screen. One class; its member functions live in the App*.cpp files by screen.
-class App : public QObject {
-    Q_OBJECT
-public:
-    using Action = std::function<void()>;
-
-    explicit App(QStringList arguments = {}, QObject* parent = nullptr);
-    ~App() override;
-
-    // ---- Shell (AppShell.cpp, AppNavigation.cpp, AppViews.cpp, AppPreview.cpp) ----
-    void launch();
-    void enterProgram(QObject* sender = nullptr);
-    void navigate(int newSection);
-    void changeSection(DOSButton* sender);
-    void showHome();
-    void showCash();
-    void showHelp();
-    void showList();
-    void render();
-    bool commit(const Store& changed);
-    QLabel* label(const QString& text, qreal size = 14);
-    DOSButton* button(const QString& title, Action action);
-    void decorate(QWidget* view);
-    void addBody(QWidget* view, int stretch = 0);
-    void spacer();
-    void actionRow(const QList<QPair<QString, Action>>& items);
-    QString locadoraName() const;
-    void observeEditing();
-    bool windowShouldClose(QWidget* closing);
-    void updateDebtAlert();
-    QList<QWidget*> bodyViews() const; // what the body shows now, top to bottom
-    bool previewPictureWritten() const { return previewWritten; }
-
-    // ---- Dialogs (AppDialogs.cpp) ------------------------------------------
-    int styledModal(ModalAlert alert);
-    void prepareModalText(ModalAlert& alert);
-    void alert(const QString& title, const QString& text);
-    std::optional<QStringList> form(const QString& title, const QList<QPair<QString, QString>>& fields,
-                                    const QString& ok = QStringLiteral("FINALIZAR"));
-
-    // ---- Focus ring (AppFocus.cpp) -----------------------------------------
-    void focus(QWidget* view, QWidget* inWindow = nullptr);
-    std::optional<int> focusedIndex(const QList<QWidget*>& controls, QWidget* inWindow) const;
-    bool handleKeyboard(QKeyEvent* event, const QList<QWidget*>& controls, QWidget* inWindow);
-    bool handleClipboard(QKeyEvent* event, QWidget* inWindow);
-    QList<QWidget*> mainControls() const; // the main screen's Tab ring
-
-    // ---- Keys (AppKeys.cpp) ------------------------------------------------
-    bool eventFilter(QObject* watched, QEvent* event) override;
-    bool mainKey(QKeyEvent* event);
-    bool shouldFinalizeRecord(const QKeyEvent* event) const;
-
-    // ---- Screens of the other sections (one file each) ---------------------
-    void showTable();          // AppLists.cpp
-    void addGenreFilter();     // AppLists.cpp
-    void toggleOrder();        // AppLists.cpp
-    void searchChanged();      // AppLists.cpp
-    void showCreate();         // AppLists.cpp
-    void selectRecord();       // AppLists.cpp
-    void editRecordFromList(); // AppLists.cpp
-    void deleteSelected();     // AppRecords.cpp
-    void restoreRecord();      // AppRecords.cpp
-    void previewFilmForm();    // AppRecords.cpp
-    void rentalScreen();       // AppRental.cpp
-    void selectRental();       // AppReturns.cpp
-    void returnRental();       // AppReturns.cpp
-    void cashEntry();          // AppCommands.cpp
-    void configureName();      // AppCommands.cpp
-    void suggestHouse();       // AppCommands.cpp
-    void helpScreen();         // AppCommands.cpp
-    void exitProgram();        // AppCommands.cpp
-    void exportCSV();          // AppExchange.cpp
-    void backup();             // AppExchange.cpp
-    void importFilmCSV();      // AppExchange.cpp
-    void printReport();        // AppPrint.cpp
-
-    // ---- List screens (AppLists.cpp): the rows of sections 1 to 6 ----------
-    QStringList columns() const;
-    QList<QStringList> rows(); // also sets filteredIDs
-    std::optional<QString> selected();
-    std::optional<Film> film(const QString& id) const;
-    std::optional<Customer> customer(const QString& id) const;
-    void changeGenre();
-    void reloadTable(); // clears the selection; the table asks for its rows again
-    ListFilter listFilter() const;
-    ListCache listCache;
-    ListModel* listModel = nullptr;
-
-    // ---- Record screens: forms, printing, CSV and backup -------------------
-    // (AppRecords.cpp, AppPrint.cpp, AppExchange.cpp)
-    void recordScreen(std::optional<QString> id);
-    void enableEdit();
-    void saveRecord();
-    void openPrint(const QString& html, const QString& name);
-    void printLabels();
-    std::optional<Customer> memberToPrint() const;
-    void printMembers();
-    void saveExport(const QString& text, const QString& fileName);
-
-    // ---- Rental screen (AppRental.cpp) ------------------------------------
-    // The rental fields are known by these tags, kept in the "tag" property.
-    enum RentalFieldTag : int {
-        filmCodeTag = 801,
-        filmTitleTag = 802,
-        customerNameTag = 803,
-        customerCodeTag = 804,
-        rentalStartTag = 805,
-    };
-    static int fieldTag(const QWidget* view);
-    void controlTextDidChange(QLineEdit* field); // the operator's edits only
-    void updateRentalDue();
-    void clearRental();
-    void finalizeRental();
-
-    // ---- State, in this order ----------------------------------------------
-    QMainWindow* window = nullptr;
-    Store store;
-    int section = Section::rental;
-    bool showingSplash = true;
-    QWidget* workingView = nullptr;
-    DOSButton* menuHeading = nullptr;
-    QPointer<QWidget> body;
-    QList<DOSButton*> navButtons;
-    QList<DOSButton*> footerButtons;
-    DOSButton* settingsButton = nullptr;
-    QPointer<QLabel> brand;
-    QPointer<QLabel> status;
-    QPointer<DOSSearchField> search;
-    QPointer<DOSTable> table;
-    ScreenWidgets screen;
-    std::optional<QString> selectedGenre;
-    bool alphabeticalFilms = true;
-    bool alphabeticalClients = true;
-    bool editingEnabled = true;
-    std::optional<QString> editID;
-    std::optional<QString> rentalFilm;
-    std::optional<QString> rentalCustomer;
-    bool onlyLate = false;
-    QStringList filteredIDs;
-    std::optional<QMetaObject::Connection> editingObserver;
-    std::unique_ptr<LocalDatabase> database;
-    QTimer* blinkTimer = nullptr;
-    bool blinkOn = false;
-    QString folder;
-
-    // ---- Seams: what tests must not do for real ----------------------------
+// What tests and the preview replace: the clock, the file choosers, the print
+// page opener, the random pick and the program's end.
+struct Seams {
     std::function<Instant()> clock;
     std::function<QString(const QString& caption, const QString& filter)> chooseOpenFile;
     std::function<QString(const QString& caption, const QString& proposedName, const QString& filter)> chooseSaveFile;
@@ -204,11 +64,98 @@ public:
     std::function<qsizetype(qsizetype count)> randomIndex; // uniform in 0 … count − 1
     std::function<void()> terminate;
     bool windowOnScreen = true; // false: laid out and drawn, never shown (preview)
-    // How often the key map and the search reaction ran: each must run once per cause.
-    int keyMapRuns = 0;
-    int searchRuns = 0;
+};
+
+// The controller: owns the window, the store in memory and the database, and
+// builds the screen on show. Its public side is what the program's modes, the
+// window and the tests drive; everything else stays inside.
+class App : public QObject, public ScreenHost {
+    Q_OBJECT
+public:
+    explicit App(QStringList arguments = {}, QObject* parent = nullptr);
+    ~App() override;
+
+    // ---- Shell --------------------------------------------------------------
+    void launch();
+    void enterProgram(QObject* sender = nullptr);
+    void navigate(int newSection) override;
+    void render() override;
+    bool commit(const Store& changed) override;
+    bool windowShouldClose(QWidget* closing);
+    void updateDebtAlert();
+    QList<QWidget*> bodyViews() const; // what the body shows now, top to bottom
+    bool previewPictureWritten() const { return previewWritten; }
+
+    // ---- Dialogs and the focus ring -----------------------------------------
+    int styledModal(ModalAlert alert) override;
+    void prepareModalText(ModalAlert& alert);
+    void alert(const QString& title, const QString& text) override;
+    std::optional<QStringList> form(const QString& title, const QList<QPair<QString, QString>>& fields,
+                                    const QString& ok = QStringLiteral("FINALIZAR")) override;
+    void focus(QWidget* view) override;
+    std::optional<int> focusedIndex(const QList<QWidget*>& controls, QWidget* inWindow) const;
+    QList<QWidget*> mainControls() const; // the main screen's Tab ring
+
+    // ---- The operator's commands on the screen on show ----------------------
+    QList<QStringList> rows(); // also sets filteredIDs
+    std::optional<QString> selected() override;
+    std::optional<Customer> customer(const QString& id) const;
+    void recordScreen(std::optional<QString> id);
+    void enableEdit();
+    void restoreRecord();
+    void controlTextDidChange(QLineEdit* field); // the operator's edits only
+    void finalizeRental();
+    void returnRental();
+    void cashEntry();
+    void configureName();
+    void suggestHouse();
+    void exportCSV();
+    void importFilmCSV();
+    void printReport();
+
+    // ---- State --------------------------------------------------------------
+    QMainWindow* window = nullptr;
+    Store store; // read it; change it only through commit
+    int section = Section::rental;
+    bool showingSplash = true;
+    QWidget* workingView = nullptr;
+    DOSButton* menuHeading = nullptr;
+    QList<DOSButton*> navButtons;
+    QList<DOSButton*> footerButtons;
+    QPointer<QLabel> brand;
+    QPointer<QLabel> status;
+    QPointer<DOSSearchField> search;
+    QPointer<DOSTable> table;
+    ScreenWidgets screen;
+    std::optional<QString> selectedGenre;
+    std::optional<QString> editID;
+    std::optional<QString> rentalFilm;
+    std::optional<QString> rentalCustomer;
+    QStringList filteredIDs;
+    std::unique_ptr<LocalDatabase> database;
+    QTimer* blinkTimer = nullptr;
+    QString folder;
+    Seams seams;
 
 private:
+    // ---- Shell (AppShell.cpp, AppNavigation.cpp, AppViews.cpp, AppPreview.cpp) ----
+    void changeSection(DOSButton* sender);
+    void showHome();
+    void showCash();
+    void showHelp();
+    void showList();
+    // What the screens ask of the controller (ScreenHost).
+    const Store& shop() const override { return store; }
+    Instant now() const override { return seams.clock(); }
+    qsizetype pick(qsizetype count) override { return seams.randomIndex(count); }
+    QLabel* label(const QString& text, qreal size = 14) override;
+    DOSButton* button(const QString& title, Action action) override;
+    void addBody(QWidget* view, int stretch = 0) override;
+    void spacer() override;
+    void actionRow(const QList<QPair<QString, Action>>& items) override;
+    void decorate(QWidget* view);
+    QString locadoraName() const;
+    void observeEditing();
     void reactivateWindow();
     QVBoxLayout* bodyLayout() const;
     void clearBody();
@@ -219,6 +166,62 @@ private:
     void schedulePreview();
     void writePreviewPicture();
     void editText(int command);
+
+    // ---- Keys and the focus ring (AppKeys.cpp, AppFocus.cpp) ----------------
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool mainKey(QKeyEvent* event);
+    bool shouldFinalizeRecord(const QKeyEvent* event) const;
+    bool handleKeyboard(QKeyEvent* event, const QList<QWidget*>& controls, QWidget* inWindow);
+    QList<QWidget*> ringControls(bool shownOnlyToo) const;
+    QWidget* ringStepFromShownOnly(const QKeyEvent* event) const;
+
+    // ---- Screens of the other sections (one file each) ---------------------
+    void showTable();          // AppLists.cpp
+    void searchChanged();      // AppLists.cpp
+    void showCreate();         // AppLists.cpp
+    void selectRecord();       // AppLists.cpp
+    void editRecordFromList(); // AppLists.cpp
+    void deleteSelected();     // AppRecords.cpp
+    void previewFilmForm();    // AppRecords.cpp
+    void rentalScreen();       // AppRental.cpp
+    void selectRental();       // AppReturns.cpp
+    void exitProgram();        // AppCommands.cpp
+    void backup();             // AppExchange.cpp
+
+    // ---- List screens (AppLists.cpp): the rows of sections 1 to 6 ----------
+    QStringList columns() const;
+    std::optional<Film> film(const QString& id) const;
+    void reloadTable(); // clears the selection; the table asks for its rows again
+    ListFilter listFilter() const;
+
+    // ---- Record screens: forms, printing, CSV and backup -------------------
+    void saveRecord();
+    void openPrint(const QString& html, const QString& name);
+    void printLabels();
+    std::optional<Customer> memberToPrint() const;
+    void printMembers();
+    void saveExport(const QString& text, const QString& fileName);
+
+    // ---- Rental screen (AppRental.cpp) ------------------------------------
+    void clearSearch() override;
+    void showSelected(const QString& id) override;
+    void focusList() override;
+    void addListTable() override;
+    void reloadList() override;
+    QPointer<RecordScreen> record; // while a record screen is on show
+    QPointer<ListScreen> list;     // while a list screen is on show
+    QPointer<RentalScreen> rental; // while the rental screen is on show
+
+    // ---- State the screens keep between renders -----------------------------
+    QPointer<QWidget> body;
+    DOSButton* settingsButton = nullptr;
+    bool alphabeticalFilms = true;
+    bool alphabeticalClients = true;
+    bool onlyLate = false;
+    std::optional<QMetaObject::Connection> editingObserver;
+    bool blinkOn = false;
+    ListCache listCache;
+    ListModel* listModel = nullptr;
 
     QStringList arguments;
     QStackedWidget* content = nullptr;

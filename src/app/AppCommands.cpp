@@ -1,5 +1,8 @@
 #include "app/App.h"
 
+#include "screens/CashBook.h"
+
+#include "lists/RecordSaving.h"
 #include "records/Codes.h"
 #include "records/MoneyText.h"
 #include "records/RentalRules.h"
@@ -7,7 +10,6 @@
 
 #include <QLabel>
 #include <QMainWindow>
-#include <QTextBoundaryFinder>
 
 // The operator's small commands: a cash-book line, the shop's name, the house
 // suggestion, the help screen and leaving the program.
@@ -15,15 +17,6 @@
 namespace {
 
 constexpr qsizetype longestShopName = 60;
-
-// Characters as the operator sees them: an accent typed apart still makes one.
-qsizetype visibleLength(const QString& text) {
-    QTextBoundaryFinder graphemes(QTextBoundaryFinder::Grapheme, text);
-    qsizetype count = 0;
-    while (graphemes.toNextBoundary() != -1)
-        ++count;
-    return count;
-}
 
 QString suggestionText(const Film& film) {
     const QString year = film.year ? QString::number(*film.year) : QStringLiteral("ANO NÃO INFORMADO");
@@ -36,22 +29,7 @@ QString suggestionText(const Film& film) {
 } // namespace
 
 void App::cashEntry() {
-    const std::optional<QStringList> typed =
-        form(QStringLiteral("Caixa"), {{QStringLiteral("DESCRIÇÃO"), QString()},
-                                       {QStringLiteral("TIPO: ENTRADA OU SAÍDA"), QStringLiteral("ENTRADA")},
-                                       {QStringLiteral("VALOR (R$)"), QString()}});
-    if (!typed)
-        return;
-    const Ruled<Store> entered = cashEntryStore(store, typed->at(0), typed->at(1), typed->at(2), clock());
-    if (const auto* refusal = std::get_if<RuleRefusal>(&entered)) {
-        // A silent refusal: the operator sees the list unchanged, nothing more to say.
-        if (!refusal->silent())
-            alert(refusal->title, refusal->text);
-        return;
-    }
-    const Store& changed = std::get<Store>(entered);
-    if (commit(changed))
-        render();
+    CashBook::cashEntry(*this);
 }
 
 void App::configureName() {
@@ -77,27 +55,7 @@ void App::suggestHouse() {
         alert(QStringLiteral("Sugestão da Casa"), QStringLiteral("Não há fitas disponíveis no acervo."));
         return;
     }
-    alert(QStringLiteral("[F7] SUGESTÃO DA CASA"), suggestionText(onShelf.at(randomIndex(onShelf.size()))));
-}
-
-void App::helpScreen() {
-    static const QStringList lines = {
-        QStringLiteral("╔════ CINEFITA • CLUBE VHS ════╗"),
-        QStringLiteral("[F1] CADASTRAR FITA  •  [F2] CLIENTES"),
-        QStringLiteral("[F3] ALUGAR  •  [F4] LISTA DE FILMES  •  [F5] LOCADOS  •  [F6] RELATÓRIOS"),
-        QStringLiteral("[F7] SUGESTÃO DA CASA  •  [F9] AJUDA  •  [ESC] SAIR"),
-        QStringLiteral("TAB / SHIFT+TAB: CAMPOS  •  SETAS: MENU / LISTAS"),
-        QStringLiteral("ENTER: SALVAR CADASTRO  •  SINOPSE: NOVA LINHA"),
-        QStringLiteral("LANÇAMENTO: 24 HORAS  •  ACERVO: 3 DIAS"),
-        QStringLiteral("DEVOLVER: FITA REBOBINADA? S/N. NÃO = R$ 1,00"),
-        QStringLiteral("ETIQUETAS: 70 × 18 mm, TAMANHO CONFIGURÁVEL"),
-        QStringLiteral("CARTEIRINHAS: 85,6 × 54 mm. IMPRIMA EM 100%"),
-        QStringLiteral("BANCO SQLITE LOCAL • SEM INTERNET • BACKUP JSON"),
-        QStringLiteral("SIMULAÇÃO PARA COLECIONADORES • VALORES SIMBÓLICOS"),
-    };
-    for (const QString& line : lines)
-        addBody(label(line, 16));
-    spacer();
+    alert(QStringLiteral("[F7] SUGESTÃO DA CASA"), suggestionText(onShelf.at(seams.randomIndex(onShelf.size()))));
 }
 
 void App::exitProgram() {
@@ -106,5 +64,5 @@ void App::exitProgram() {
     question.text = QStringLiteral("Os dados já salvos permanecem no banco local.");
     question.buttons = {QStringLiteral("SAIR"), QStringLiteral("VOLTAR")};
     if (styledModal(std::move(question)) == firstButtonAnswer)
-        terminate();
+        seams.terminate();
 }

@@ -1,9 +1,10 @@
 #include "app/App.h"
 
-#include "app/StyledDialog.h"
-#include "app/WrappingSynopsisView.h"
+#include "lists/RecordSaving.h"
 #include "look/DOS.h"
 #include "look/DOSField.h"
+#include "widgets/StyledDialog.h"
+#include "widgets/WrappingSynopsisView.h"
 
 #include <QLabel>
 #include <QMainWindow>
@@ -51,7 +52,7 @@ void App::prepareModalText(ModalAlert& alert) {
 
     qsizetype rows = 0;
     for (const QString& line : alert.text.split(QLatin1Char('\n'))) {
-        const qsizetype characters = line.toUcs4().size();
+        const qsizetype characters = visibleLength(line);
         rows += std::max<qsizetype>(1, (characters + charactersPerRow - 1) / charactersPerRow);
     }
     const int boxHeight = int(std::clamp<qsizetype>(rows * rowHeight + 12, 70, 280));

@@ -1,9 +1,9 @@
 #include "app/App.h"
 
-#include "app/RecordSaving.h"
 #include "exchange/FilmCSV.h"
 #include "exchange/ScreenExport.h"
 #include "files/FileWriting.h"
+#include "lists/RecordSaving.h"
 #include "look/DOSSearchField.h"
 #include "records/FilmCSVError.h"
 #include "records/StoreJSON.h"
@@ -11,16 +11,13 @@
 #include <QLabel>
 
 void App::importFilmCSV() {
-    const QString path = chooseOpenFile(QStringLiteral("IMPORTAR CSV DE FILMES"), QString());
+    const QString path = seams.chooseOpenFile(QStringLiteral("IMPORTAR CSV DE FILMES"), QString());
     if (path.isEmpty())
         return;
     Store imported;
     try {
         imported = importFilmsCSV(decodedCSVText(readWholeFile(path)), store);
     } catch (const FilmCSVError& error) {
-        alert(QStringLiteral("CSV não importado"), error.description());
-        return;
-    } catch (const FileError& error) {
         alert(QStringLiteral("CSV não importado"), error.description());
         return;
     }
@@ -54,7 +51,7 @@ void App::backup() {
     QString text;
     try {
         text = backupText(store);
-    } catch (const StoreJSONError& error) {
+    } catch (const FilmCSVError& error) {
         alert(QStringLiteral("Falha no backup"), error.description());
         return;
     }
@@ -62,12 +59,12 @@ void App::backup() {
 }
 
 void App::saveExport(const QString& text, const QString& fileName) {
-    const QString path = chooseSaveFile(QStringLiteral("Salvar"), fileName, QString());
+    const QString path = seams.chooseSaveFile(QStringLiteral("Salvar"), fileName, QString());
     if (path.isEmpty())
         return;
     try {
         writeFileAtomically(path, text.toUtf8());
-    } catch (const FileError& error) {
+    } catch (const FilmCSVError& error) {
         alert(QStringLiteral("Falha na exportação"), error.description());
         return;
     }

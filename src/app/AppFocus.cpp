@@ -1,13 +1,14 @@
 #include "app/App.h"
 
-#include "app/FocusRing.h"
-#include "app/MatchList.h"
-#include "app/RecordForm.h"
 #include "look/DOSButton.h"
 #include "look/DOSPopup.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
+#include "widgets/FocusRing.h"
+#include "widgets/MatchList.h"
+#include "widgets/RecordForm.h"
 
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPlainTextEdit>
@@ -27,7 +28,7 @@ bool isReadOnlyText(const QWidget* control) {
 
 // The controller's ring helpers default to the main window.
 
-void App::focus(QWidget* view, QWidget*) {
+void App::focus(QWidget* view) {
     // A widget only ever takes the focus of its own window.
     FocusRing::focus(view);
 }
@@ -40,12 +41,36 @@ bool App::handleKeyboard(QKeyEvent* event, const QList<QWidget*>& controls, QWid
     return FocusRing::handleKeyboard(event, controls, inWindow != nullptr ? inWindow : window);
 }
 
-bool App::handleClipboard(QKeyEvent* event, QWidget* inWindow) {
-    return FocusRing::handleClipboard(event, inWindow != nullptr ? inWindow : window);
-}
-
 // The main screen's Tab ring, in the order the operator meets the controls.
 QList<QWidget*> App::mainControls() const {
+    return ringControls(false);
+}
+
+// Tab from a form control the ring leaves out (a field only shown, reached with
+// Right from the menu) goes on to the ring's next control after it.
+QWidget* App::ringStepFromShownOnly(const QKeyEvent* event) const {
+    const int key = event->key();
+    if ((key != Qt::Key_Tab && key != Qt::Key_Backtab) ||
+        (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)))
+        return nullptr;
+    const QList<QWidget*> ring = ringControls(false);
+    const QList<QWidget*> all = ringControls(true);
+    if (focusedIndex(ring, window))
+        return nullptr;
+    const std::optional<int> from = focusedIndex(all, window);
+    if (!from)
+        return nullptr;
+    const bool backwards = key == Qt::Key_Backtab || (event->modifiers() & Qt::ShiftModifier);
+    const int count = int(all.size());
+    for (int step = 1; step < count; ++step) {
+        QWidget* candidate = all[(*from + (backwards ? count - step : step)) % count];
+        if (ring.contains(candidate))
+            return candidate;
+    }
+    return nullptr;
+}
+
+QList<QWidget*> App::ringControls(bool shownOnlyToo) const {
     QList<QWidget*> ring;
     const auto shown = [this](const QWidget* view) {
         return view != nullptr && window != nullptr && view->isVisibleTo(window);
@@ -66,8 +91,8 @@ QList<QWidget*> App::mainControls() const {
     if (screen.genrePopup != nullptr)
         ring.append(screen.genrePopup);
     if (screen.formView != nullptr)
-        for (QWidget* control : screen.formView->controls())
-            if (!isReadOnlyText(control))
+        for (QWidget* control : shownOnlyToo ? screen.formView->views() : screen.formView->controls())
+            if (shownOnlyToo || !isReadOnlyText(control))
                 ring.append(control);
     // Record screens take the table off the screen; a ring stop that cannot take focus would stall Tab.
     if (section != Section::rental && section != Section::help && shown(table))

@@ -1,13 +1,15 @@
 #include "app/App.h"
 
-#include "app/MatchList.h"
-#include "app/RecordForm.h"
 #include "app/ShellViews.h"
 #include "look/DOSButton.h"
 #include "look/DOSField.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
+#include "screens/RentalScreen.h"
+#include "widgets/MatchList.h"
+#include "widgets/RecordForm.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -40,7 +42,24 @@ bool isProgramMenuKey(const QKeyEvent* event) {
 
 constexpr Qt::KeyboardModifiers commandKeys = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
 
-// Sections opened by a letter when no text is being edited.
+// What a function key or a letter opens: a section, then the new film form, or the suggestion.
+struct KeyAction {
+    int section = -1; // none: the suggestion
+    bool newFilm = false;
+};
+
+const std::array<std::pair<int, KeyAction>, 8> functionKeys = {{
+    {Qt::Key_F1, {Section::films, true}},
+    {Qt::Key_F2, {Section::customers}},
+    {Qt::Key_F3, {Section::rental}},
+    {Qt::Key_F4, {Section::films}},
+    {Qt::Key_F5, {Section::rented}},
+    {Qt::Key_F6, {Section::reports}},
+    {Qt::Key_F7, {}},
+    {Qt::Key_F9, {Section::help}}, // F8 has no action
+}};
+
+// Opened by a letter when no text is being edited.
 const std::array<std::pair<QLatin1StringView, int>, 5> letterSections = {{
     {QLatin1StringView("f"), Section::films},
     {QLatin1StringView("c"), Section::customers},
@@ -95,7 +114,6 @@ bool App::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool App::mainKey(QKeyEvent* event) {
-    ++keyMapRuns;
     const int key = event->key();
     const bool commandHeld = event->modifiers() & commandKeys;
     const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
@@ -106,38 +124,26 @@ bool App::mainKey(QKeyEvent* event) {
         return true;
     }
     if (isFunctionKey(key) && !commandHeld) {
-        switch (key) {
-        case Qt::Key_F1:
-            navigate(Section::films);
-            showCreate();
+        const auto entry = std::find_if(functionKeys.cbegin(), functionKeys.cend(),
+                                        [key](const auto& candidate) { return candidate.first == key; });
+        if (entry != functionKeys.cend()) {
+            const KeyAction& action = entry->second;
+            if (action.section < 0) {
+                suggestHouse();
+                return true;
+            }
+            navigate(action.section);
+            if (action.newFilm)
+                showCreate();
             return true;
-        case Qt::Key_F2:
-            navigate(Section::customers);
-            return true;
-        case Qt::Key_F3:
-            navigate(Section::rental);
-            return true;
-        case Qt::Key_F4:
-            navigate(Section::films);
-            return true;
-        case Qt::Key_F5:
-            navigate(Section::rented);
-            return true;
-        case Qt::Key_F6:
-            navigate(Section::reports);
-            return true;
-        case Qt::Key_F7:
-            suggestHouse();
-            return true;
-        case Qt::Key_F9:
-            navigate(Section::help);
-            return true;
-        default:
-            break; // F8 has no action
         }
     }
     if (key == Qt::Key_Escape) {
         exitProgram();
+        return true;
+    }
+    if (QWidget* next = ringStepFromShownOnly(event)) {
+        focus(next);
         return true;
     }
     if (handleKeyboard(event, mainControls(), window))
@@ -187,15 +193,9 @@ bool App::mainKey(QKeyEvent* event) {
             return true;
         }
         if (key == Qt::Key_Right) {
-            const QList<QWidget*> ring = mainControls();
-            const QList<QWidget*> form = screen.formView != nullptr ? screen.formView->controls() : QList<QWidget*>();
-            const auto first = std::find_if(form.cbegin(), form.cend(), [&ring](QWidget* control) {
-                return ring.contains(control); // editable ones only
-            });
-            if (first != form.cend())
-                focus(*first);
-            else
-                focus(table);
+            // The form's first control, shown only or editable: the way from the menu into the screen.
+            const QList<QWidget*> form = screen.formView != nullptr ? screen.formView->views() : QList<QWidget*>();
+            focus(!form.isEmpty() ? form.first() : static_cast<QWidget*>(table));
             return true;
         }
     }
@@ -218,7 +218,8 @@ bool App::mainKey(QKeyEvent* event) {
 
     // The rental screen's drop-downs: Down enters the list under the field, Enter picks.
     if (key == Qt::Key_Down && qobject_cast<QLineEdit*>(focused) != nullptr) {
-        MatchList* matches = fieldTag(focused) == customerNameTag ? screen.clientMatches : screen.filmMatches;
+        MatchList* matches = RentalScreen::fieldTag(focused) == RentalScreen::customerNameTag ? screen.clientMatches
+                                                                                              : screen.filmMatches;
         if (matches != nullptr && matches->isVisible()) {
             focus(matches->list());
             return true;
@@ -234,6 +235,10 @@ bool App::mainKey(QKeyEvent* event) {
             return true;
         }
     }
+    // Left and Right mean nothing on a button; the toolkit would move the focus
+    // along its own widget order, out of sight, so they are kept from it.
+    if ((key == Qt::Key_Left || key == Qt::Key_Right) && qobject_cast<QAbstractButton*>(focused) != nullptr)
+        return true;
     return false;
 }
 

@@ -1,8 +1,6 @@
 #include "app/App.h"
 
-#include "app/ListGenres.h"
-#include "app/ListModel.h"
-#include "app/RecordForm.h"
+#include "lists/ListGenres.h"
 #include "look/DOS.h"
 #include "look/DOSButton.h"
 #include "look/DOSField.h"
@@ -11,6 +9,8 @@
 #include "look/DOSRowDelegate.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
+#include "widgets/ListModel.h"
+#include "widgets/RecordForm.h"
 
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
@@ -30,7 +30,7 @@ ListFilter App::listFilter() const {
 
 QList<QStringList> App::rows() {
     const ListCache::Shown& shown =
-        listCache.rows(store, listFilter(), search != nullptr ? search->text() : QString(), clock());
+        listCache.rows(store, listFilter(), search != nullptr ? search->text() : QString(), seams.clock());
     filteredIDs = shown.ids;
     return shown.cells;
 }
@@ -57,6 +57,8 @@ void App::showTable() {
         table->setModel(listModel);
         table->rowDelegate()->setFramesCells(true);
         table->header()->setMinimumSectionSize(65);
+        // The widths are starting widths: the last column takes what is left, as a toolkit table does.
+        table->header()->setStretchLastSection(true);
     }
     table->clearSelection();
     listModel->reload();
@@ -75,6 +77,14 @@ void App::showTable() {
     addBody(frame, 1);
 }
 
+void App::addListTable() {
+    showTable();
+}
+
+void App::reloadList() {
+    reloadTable();
+}
+
 void App::reloadTable() {
     table->clearSelection();
     if (listModel != nullptr)
@@ -90,48 +100,6 @@ std::optional<QString> App::selected() {
         return filteredIDs.at(row);
     alert(QStringLiteral("Selecione um registro"), QStringLiteral("Use as setas ou clique na linha desejada."));
     return std::nullopt;
-}
-
-void App::addGenreFilter() {
-    auto* row = new QWidget;
-    auto* items = new QHBoxLayout(row);
-    items->setContentsMargins(0, 0, 0, 0);
-    items->setSpacing(12);
-    items->addWidget(label(QStringLiteral("GÊNERO")));
-
-    auto* popup = new DOSPopup;
-    popup->setFont(DOS::font(14));
-    const QList<GenreChoice> choices = genreChoices(store);
-    for (const GenreChoice& choice : choices)
-        popup->addItem(choice.title, choice.genre ? QVariant(*choice.genre) : QVariant());
-    if (selectedGenre) {
-        const auto found = std::find_if(choices.cbegin(), choices.cend(),
-                                        [this](const GenreChoice& choice) { return choice.genre == selectedGenre; });
-        if (found == choices.cend())
-            selectedGenre.reset(); // the genre left the shop's films
-        popup->setCurrentIndex(found == choices.cend() ? 0 : int(found - choices.cbegin()));
-    }
-    connect(popup, &QComboBox::currentIndexChanged, this, &App::changeGenre);
-    items->addWidget(popup);
-    items->addStretch(1);
-    screen.genrePopup = popup;
-    addBody(row);
-}
-
-void App::changeGenre() {
-    const QVariant value = screen.genrePopup->currentData();
-    selectedGenre = value.isValid() ? std::make_optional(value.toString()) : std::nullopt;
-    reloadTable();
-}
-
-void App::toggleOrder() {
-    bool& alphabetical = section == Section::customers ? alphabeticalClients : alphabeticalFilms;
-    alphabetical = !alphabetical;
-    if (screen.sortButton != nullptr) {
-        screen.sortButton->setText(alphabetical ? QStringLiteral("ORDEM: A–Z") : QStringLiteral("ORDEM: CÓDIGO"));
-        screen.sortButton->update();
-    }
-    reloadTable();
 }
 
 void App::searchChanged() {

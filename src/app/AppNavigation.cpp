@@ -4,8 +4,10 @@
 #include "look/DOSButton.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
-#include "look/SplashView.h"
 #include "records/DateText.h"
+#include "screens/HelpScreen.h"
+#include "screens/HomeScreen.h"
+#include "screens/ListScreen.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -117,7 +119,7 @@ void App::render() {
     Q_ASSERT(window != nullptr && menuHeading != nullptr);
     window->setWindowTitle(QStringLiteral("CINEFITA — ") + locadoraName());
     brand->setText(locadoraName().toUpper());
-    status->setText(dateText(clock()));
+    status->setText(dateText(seams.clock()));
 
     for (DOSButton* entry : navButtons) {
         entry->setOn(entry->tag() == section);
@@ -125,20 +127,20 @@ void App::render() {
     }
     clearBody();
     screen = {};
+    rental = nullptr;
+    record = nullptr;
+    if (list != nullptr)
+        list->deleteLater(); // its widgets are gone with the body; it may be what called
+    list = nullptr;
     menuHeading->setOn(section == Section::home);
     menuHeading->update();
 
     switch (section) {
-    case Section::home: {
-        auto* home = new SplashView;
-        home->setBorderWidth(0);
-        home->enterButton()->hide();
-        home->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-        addBody(home, 1);
+    case Section::home:
+        HomeScreen::show(*this);
         return;
-    }
     case Section::help:
-        helpScreen();
+        HelpScreen::show(*this);
         return;
     case Section::rental:
         rentalScreen();
@@ -147,56 +149,21 @@ void App::render() {
         break;
     }
 
-    if (section == Section::customers || section == Section::films) {
-        auto* tools = new QWidget;
-        auto* row = new QHBoxLayout(tools);
-        row->setContentsMargins(0, 0, 0, 0);
-        row->setSpacing(16);
-        if (section == Section::customers) {
-            DOSButton* create = button(QStringLiteral("CADASTRAR"), std::bind_front(&App::showCreate, this));
-            create->setFixedWidth(130);
-            row->addWidget(create);
-            screen.createButton = create;
-        }
-        const bool alphabetical = section == Section::customers ? alphabeticalClients : alphabeticalFilms;
-        screen.sortButton = button(alphabetical ? QStringLiteral("ORDEM: A–Z") : QStringLiteral("ORDEM: CÓDIGO"),
-                                   std::bind_front(&App::toggleOrder, this));
-        screen.sortButton->setFixedWidth(190);
-        row->addWidget(screen.sortButton);
-        if (section == Section::films) {
-            screen.importButton = button(QStringLiteral("IMPORTAR CSV"), std::bind_front(&App::importFilmCSV, this));
-            screen.importButton->setFixedWidth(150);
-            row->addWidget(screen.importButton);
-        }
-        row->addStretch(1);
-        addBody(tools);
-    }
-    if (section == Section::films)
-        addGenreFilter();
-    showTable();
-
-    switch (section) {
-    case Section::rented:
-        actionRow({{QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRental, this)}});
-        break;
-    case Section::returns:
-        actionRow({{QStringLiteral("FINALIZAR"), std::bind_front(&App::returnRental, this)}});
-        break;
-    case Section::customers:
-        actionRow({{QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRecord, this)}});
-        break;
-    case Section::films:
-        actionRow({{QStringLiteral("BAIXAR ARQUIVO CSV"), std::bind_front(&App::exportCSV, this)},
-                   {QStringLiteral("EDITAR"), std::bind_front(&App::editRecordFromList, this)},
-                   {QStringLiteral("APAGAR"), std::bind_front(&App::deleteSelected, this)},
-                   {QStringLiteral("SELECIONAR"), std::bind_front(&App::selectRecord, this)}});
-        break;
-    case Section::reports:
-        actionRow({{QStringLiteral("BAIXAR ARQUIVO CSV"), std::bind_front(&App::exportCSV, this)},
-                   {QStringLiteral("RELATÓRIO MATRICIAL"), std::bind_front(&App::printReport, this)}});
-        break;
-    default:
-        actionRow({{QStringLiteral("LANÇAMENTO"), std::bind_front(&App::cashEntry, this)},
-                   {QStringLiteral("EXPORTAR CSV"), std::bind_front(&App::exportCSV, this)}});
-    }
+    const ListScreen::Commands commands{
+        .create = std::bind_front(&App::showCreate, this),
+        .importCSV = std::bind_front(&App::importFilmCSV, this),
+        .exportCSV = std::bind_front(&App::exportCSV, this),
+        .select = std::bind_front(&App::selectRecord, this),
+        .edit = std::bind_front(&App::editRecordFromList, this),
+        .remove = std::bind_front(&App::deleteSelected, this),
+        .printReport = std::bind_front(&App::printReport, this),
+        .rentalDetails = std::bind_front(&App::selectRental, this),
+        .returnRental = std::bind_front(&App::returnRental, this),
+        .cashEntry = std::bind_front(&App::cashEntry, this),
+    };
+    list = new ListScreen(*this, section, {alphabeticalFilms, alphabeticalClients, selectedGenre}, commands, this);
+    screen.createButton = list->createButton();
+    screen.sortButton = list->sortButton();
+    screen.importButton = list->importButton();
+    screen.genrePopup = list->genrePopup();
 }

@@ -24,5 +24,5 @@ void App::writePreviewPicture() {
         previewWritten = true;
     else
         std::fprintf(stderr, "CINEFITA: não foi possível gravar %s\n", path.toLocal8Bit().constData());
-    terminate();
+    seams.terminate();
 }

@@ -1,7 +1,7 @@
 #include "app/App.h"
 
-#include "app/RecordSaving.h"
 #include "files/FileWriting.h"
+#include "lists/RecordSaving.h"
 #include "print/Labels.h"
 #include "print/MatrixReport.h"
 #include "print/MemberCard.h"
@@ -17,11 +17,11 @@ void App::openPrint(const QString& html, const QString& name) {
     QString path;
     try {
         path = writePrintPage(folder, html, name);
-    } catch (const FileError& error) {
+    } catch (const FilmCSVError& error) {
         alert(QStringLiteral("Falha na impressão"), error.description());
         return;
     }
-    openPrintPage(path);
+    seams.openPrintPage(path);
 }
 
 void App::printLabels() {
@@ -63,6 +63,6 @@ void App::printMembers() {
 }
 
 void App::printReport() {
-    const QString text = matrixReportText(locadoraName(), clock(), rows());
+    const QString text = matrixReportText(locadoraName(), seams.clock(), rows());
     openPrint(matrixReportDocument(text), QString::fromLatin1(reportPageName));
 }

@@ -1,6 +1,5 @@
 #include "app/App.h"
 
-#include "app/ElidingLabel.h"
 #include "app/ShellViews.h"
 #include "look/DOS.h"
 #include "look/DOSButton.h"
@@ -13,6 +12,7 @@
 #include "records/StoreJSON.h"
 #include "storage/LocalDatabase.h"
 #include "storage/StartupLoading.h"
+#include "widgets/ElidingLabel.h"
 
 #include <QAction>
 #include <QApplication>
@@ -45,9 +45,6 @@ constexpr int contentHeight = 850;
 constexpr int minimumContentWidth = 1080;
 constexpr int minimumContentHeight = 760;
 constexpr int blinkMilliseconds = 600;
-const QColor systemRed(255, 59, 48);
-
-enum EditCommand { cutText, copyText, pasteText, selectAllText };
 
 } // namespace
 
@@ -64,28 +61,28 @@ App::App(QStringList arguments, QObject* parent)
     search = new DOSSearchField;
     table = new DOSTable;
 
-    clock = [] {
+    seams.clock = [] {
         return Instant::now();
     };
-    chooseOpenFile = [this](const QString& caption, const QString& filter) {
+    seams.chooseOpenFile = [this](const QString& caption, const QString& filter) {
         const QString path = QFileDialog::getOpenFileName(window, caption, QString(), filter);
         reactivateWindow();
         return path;
     };
-    chooseSaveFile = [this](const QString& caption, const QString& proposedName, const QString& filter) {
+    seams.chooseSaveFile = [this](const QString& caption, const QString& proposedName, const QString& filter) {
         const QString path = QFileDialog::getSaveFileName(window, caption, proposedName, filter);
         reactivateWindow();
         return path;
     };
-    openPrintPage = [](const QString& path) {
+    seams.openPrintPage = [](const QString& path) {
         std::printf("%s\n", QDir::toNativeSeparators(path).toLocal8Bit().constData());
         std::fflush(stdout);
         QDesktopServices::openUrl(QUrl::fromLocalFile(path));
     };
-    randomIndex = [](qsizetype count) {
+    seams.randomIndex = [](qsizetype count) {
         return qsizetype(QRandomGenerator::global()->bounded(qint64(count)));
     };
-    terminate = [] {
+    seams.terminate = [] {
         QCoreApplication::quit();
     };
 }
@@ -110,13 +107,13 @@ void App::launch() {
         LoadedStore loaded = loadAtStartup(folder);
         database = std::move(loaded.database);
         store = std::move(loaded.store);
-    } catch (const StartupError& error) {
+    } catch (const FilmCSVError& error) {
         alert(QStringLiteral("Dados indisponíveis"), error.description());
-        terminate();
+        seams.terminate();
         return;
     } catch (const std::exception& error) {
         alert(QStringLiteral("Dados indisponíveis"), QString::fromUtf8(error.what()));
-        terminate();
+        seams.terminate();
         return;
     }
 
@@ -140,64 +137,6 @@ void App::launch() {
         schedulePreview();
 }
 
-void App::buildMenuBar() {
-    auto* bar = new QMenuBar;
-    QMenu* program = bar->addMenu(QStringLiteral("CINEFITA"));
-    auto item = [this](QMenu* menu, const QString& title, QKeySequence keys, Action action) {
-        QAction* added = menu->addAction(title);
-        added->setShortcut(keys);
-        connect(added, &QAction::triggered, this, [action] { action(); });
-    };
-    item(program, QStringLiteral("Nome da locadora…"), QKeySequence(Qt::CTRL | Qt::Key_Comma),
-         std::bind_front(&App::configureName, this));
-    item(program, QStringLiteral("Exportar tela CSV"), QKeySequence(Qt::CTRL | Qt::Key_E),
-         std::bind_front(&App::exportCSV, this));
-    item(program, QStringLiteral("Backup"), QKeySequence(Qt::CTRL | Qt::Key_B), std::bind_front(&App::backup, this));
-    item(program, QStringLiteral("Caixa"), QKeySequence(Qt::CTRL | Qt::Key_K), std::bind_front(&App::showCash, this));
-    item(program, QStringLiteral("Restaurar cadastro apagado…"), QKeySequence(),
-         std::bind_front(&App::restoreRecord, this));
-    item(program, QStringLiteral("Sair do CINEFITA"), QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { terminate(); });
-
-    QMenu* edit = bar->addMenu(QStringLiteral("Editar"));
-    item(edit, QStringLiteral("Recortar"), QKeySequence(Qt::CTRL | Qt::Key_X), [this] { editText(cutText); });
-    item(edit, QStringLiteral("Copiar"), QKeySequence(Qt::CTRL | Qt::Key_C), [this] { editText(copyText); });
-    item(edit, QStringLiteral("Colar"), QKeySequence(Qt::CTRL | Qt::Key_V), [this] { editText(pasteText); });
-    item(edit, QStringLiteral("Selecionar tudo"), QKeySequence(Qt::CTRL | Qt::Key_A),
-         [this] { editText(selectAllText); });
-
-    bar->setFont(DOS::font(14));
-    QPalette colours = bar->palette();
-    colours.setColor(QPalette::Window, DOS::ink());
-    colours.setColor(QPalette::Button, DOS::ink());
-    colours.setColor(QPalette::WindowText, DOS::text());
-    colours.setColor(QPalette::ButtonText, DOS::text());
-    bar->setPalette(colours);
-
-    window = new MainWindow(*this);
-    window->setMenuBar(bar);
-}
-
-void App::editText(int command) {
-    QWidget* focused = QApplication::focusWidget();
-    auto act = [command](auto* text) {
-        const bool editable = !text->isReadOnly();
-        if (command == copyText)
-            text->copy();
-        else if (command == cutText && editable)
-            text->cut();
-        else if (command == pasteText && editable)
-            text->paste();
-        else if (command == selectAllText)
-            text->selectAll();
-    };
-    if (auto* line = qobject_cast<QLineEdit*>(focused))
-        act(line);
-    else if (auto* plain = qobject_cast<QPlainTextEdit*>(focused))
-        act(plain);
-    else if (auto* rich = qobject_cast<QTextEdit*>(focused))
-        act(rich);
-}
-
 void App::buildWindow() {
     Q_ASSERT(window != nullptr);
     window->setWindowTitle(QStringLiteral("CINEFITA — ") + locadoraName());
@@ -212,7 +151,7 @@ void App::buildWindow() {
         frame.moveCenter(screen->availableGeometry().center());
         window->move(frame.topLeft());
     }
-    if (!windowOnScreen)
+    if (!seams.windowOnScreen)
         window->setAttribute(Qt::WA_DontShowOnScreen);
 }
 
@@ -248,10 +187,7 @@ void App::buildWorkingView() {
     searchColours.setColor(QPalette::Base, DOS::ink());
     search->setPalette(searchColours);
     // Only the operator's typing searches; texts the program sets do not.
-    connect(search, &QLineEdit::textEdited, this, [this] {
-        ++searchRuns;
-        searchChanged();
-    });
+    connect(search, &QLineEdit::textEdited, this, [this] { searchChanged(); });
     rows->addWidget(search);
 
     auto* contentRow = new QHBoxLayout;
@@ -327,80 +263,4 @@ void App::showSplash() {
     if (splash->focusPolicy() == Qt::NoFocus)
         splash->setFocusPolicy(Qt::StrongFocus);
     splash->setFocus(Qt::OtherFocusReason);
-}
-
-// ---- Saving -------------------------------------------------------------------
-
-bool App::commit(const Store& changed) {
-    std::optional<QString> failure;
-    if (database == nullptr) {
-        failure = QStringLiteral("Banco local não iniciado.");
-    } else {
-        try {
-            database->save(changed);
-        } catch (const FilmCSVError& error) {
-            failure = error.description();
-        } catch (const StoreJSONError& error) {
-            failure = error.description();
-        } catch (const std::exception& error) {
-            failure = QString::fromUtf8(error.what());
-        }
-    }
-    if (failure) {
-        alert(QStringLiteral("Não foi possível salvar"), *failure);
-        return false;
-    }
-    store = changed;
-    // The log is copied into the file a moment later, outside the operator's wait.
-    QTimer::singleShot(300, this, [this] {
-        if (database != nullptr)
-            database->checkpoint();
-    });
-    if (status != nullptr)
-        status->setText(QStringLiteral("SALVO NO BANCO LOCAL"));
-    return true;
-}
-
-// ---- Editing, closing, blinking -----------------------------------------------
-
-void App::observeEditing() {
-    if (editingObserver)
-        return;
-    editingObserver = connect(qApp, &QApplication::focusChanged, this, [](QWidget*, QWidget* now) {
-        if (now == nullptr || !isTextView(now))
-            return;
-        QPalette colours = now->palette();
-        for (auto group : {QPalette::Active, QPalette::Inactive}) {
-            // The caret is drawn in the text colour; a field without its own takes the screen's.
-            if (!now->testAttribute(Qt::WA_SetPalette))
-                colours.setColor(group, QPalette::Text, DOS::text());
-            colours.setColor(group, QPalette::Highlight, DOS::yellow());
-            colours.setColor(group, QPalette::HighlightedText, DOS::ink());
-        }
-        now->setPalette(colours);
-    });
-}
-
-bool App::windowShouldClose(QWidget* closing) {
-    if (closing != nullptr && closing == QApplication::activeModalWidget()) {
-        if (auto* dialog = qobject_cast<QDialog*>(closing))
-            dialog->done(abortAnswer);
-        return false;
-    }
-    return true;
-}
-
-void App::updateDebtAlert() {
-    const Instant now = clock();
-    const bool late = std::any_of(store.rentals.cbegin(), store.rentals.cend(),
-                                  [&now](const Rental& rental) { return isLate(rental, now); });
-    blinkOn = !blinkOn;
-    if (status == nullptr)
-        return;
-    if (late) {
-        status->setText(QStringLiteral("ATENÇÃO: CLIENTE EM DÉBITO"));
-        setForeground(status, QPalette::WindowText, blinkOn ? systemRed : DOS::blue());
-    } else {
-        setForeground(status, QPalette::WindowText, DOS::text());
-    }
 }

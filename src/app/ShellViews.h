@@ -1,16 +1,12 @@
 #pragma once
 
+#include "widgets/TextLook.h"
+
 #include <QMainWindow>
-#include <QPalette>
 
 class App;
-class QLabel;
 
 // Small pieces of the working screen shared by the shell's files.
-
-void setForeground(QWidget* widget, QPalette::ColorRole role, const QColor& colour);
-void styleLabel(QLabel* label, qreal size);
-bool isTextView(QWidget* widget);
 
 // Closing the main window ends the program; the controller decides first.
 class MainWindow : public QMainWindow {

@@ -1,21 +1,14 @@
 #pragma once
 
+#include "records/FilmCSVError.h"
+
 #include <QByteArray>
 #include <QString>
 #include <exception>
 
 // A folder or file operation failed; description() is ready to show and ends
 // with the system's own reason.
-class FileError : public std::exception {
-public:
-    explicit FileError(QString message) : message_(std::move(message)), utf8_(message_.toUtf8()) {}
-    const QString& description() const { return message_; }
-    const char* what() const noexcept override { return utf8_.constData(); }
-
-private:
-    QString message_;
-    QByteArray utf8_;
-};
+using FileError = FilmCSVError;
 
 // Creates the folder and any missing parents; an existing folder is fine. Throws FileError.
 void createFolder(const QString& path);

@@ -1,4 +1,4 @@
-#include "Modes.h"
+#include "modes/Modes.h"
 
 #include "files/FileWriting.h"
 #include "print/PrintFiles.h"
@@ -10,7 +10,7 @@ int runPrintFixtures(int argc, char** argv, const char* outputDir) {
     QCoreApplication application(argc, argv);
     try {
         writeSamplePages(QString::fromLocal8Bit(outputDir));
-    } catch (const FileError& error) {
+    } catch (const FilmCSVError& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;
     }

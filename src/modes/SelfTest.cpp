@@ -1,5 +1,5 @@
-#include "Modes.h"
 #include "modes/ModeChecks.h"
+#include "modes/Modes.h"
 
 #include "exchange/FilmCSV.h"
 #include "exchange/ScreenExport.h"
@@ -389,7 +389,7 @@ int runSelfTest(int argc, char** argv) {
     } catch (const CheckFailed& failed) {
         std::fprintf(stderr, "%s\n", failed.message);
         return 1;
-    } catch (const StartupError& error) {
+    } catch (const FilmCSVError& error) {
         std::fprintf(stderr, "Start-up loading failed: %s\n", error.what());
         return 1;
     } catch (const std::exception& error) {

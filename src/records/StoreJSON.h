@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/FilmCSVError.h"
 #include "records/Records.h"
 
 #include <QByteArray>
@@ -15,16 +16,7 @@ enum class JSONLayout {
 };
 
 // Reading or writing failed; description() says what is wrong (which key, which record).
-class StoreJSONError : public std::exception {
-public:
-    explicit StoreJSONError(QString message) : message_(std::move(message)), utf8_(message_.toUtf8()) {}
-    const QString& description() const { return message_; }
-    const char* what() const noexcept override { return utf8_.constData(); }
-
-private:
-    QString message_;
-    QByteArray utf8_;
-};
+using StoreJSONError = FilmCSVError;
 
 QByteArray encodeStore(const Store& store, JSONLayout layout = JSONLayout::compact);
 // The same into a buffer kept by the caller, whose memory is reused: afterwards

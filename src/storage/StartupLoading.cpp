@@ -47,12 +47,8 @@ LoadedStore load(const QString& folder) {
 LoadedStore loadAtStartup(const QString& folder) {
     try {
         return load(folder);
-    } catch (const FilmCSVError& error) {
-        throw StartupError(error.description());
-    } catch (const StoreJSONError& error) {
-        throw StartupError(error.description());
-    } catch (const FileError& error) {
-        throw StartupError(error.description());
+    } catch (const FilmCSVError&) {
+        throw; // already the message to show
     } catch (const std::exception& error) {
         throw StartupError(QString::fromUtf8(error.what()));
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/FilmCSVError.h"
 #include "records/Records.h"
 #include "storage/LocalDatabase.h"
 
@@ -8,16 +9,7 @@
 #include <memory>
 
 // Any failure of start-up loading, with the text the "Dados indisponíveis" alert shows.
-class StartupError : public std::exception {
-public:
-    explicit StartupError(QString message) : message_(std::move(message)), utf8_(message_.toUtf8()) {}
-    const QString& description() const { return message_; }
-    const char* what() const noexcept override { return utf8_.constData(); }
-
-private:
-    QString message_;
-    QByteArray utf8_;
-};
+using StartupError = FilmCSVError;
 
 // CINEFITA_DATA_DIR (relative to the current folder) or the user's data folder + "/Rebobina".
 QString dataFolderPath();

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "app/App.h"
-#include "app/RecordForm.h"
-#include "app/StyledDialog.h"
-#include "app/WrappingSynopsisView.h"
 #include "look/DOSButton.h"
 #include "look/DOSField.h"
 #include "storage/LocalDatabase.h"
+#include "widgets/RecordForm.h"
+#include "widgets/StyledDialog.h"
+#include "widgets/WrappingSynopsisView.h"
 
 #include <QApplication>
 #include <QMainWindow>
@@ -79,10 +79,10 @@ private:
 struct TestApp {
     explicit TestApp(const QString& folder, Instant now = Instant{800000000}) : app(std::make_unique<App>()) {
         app->folder = folder;
-        app->clock = [now] {
+        app->seams.clock = [now] {
             return now;
         };
-        app->terminate = [this] {
+        app->seams.terminate = [this] {
             ++terminations;
         };
     }

@@ -1,6 +1,6 @@
 #include "gui/GuiSupport.h"
 
-#include "app/FocusRing.h"
+#include "widgets/FocusRing.h"
 
 #include "look/DOSButton.h"
 #include "look/DOSField.h"

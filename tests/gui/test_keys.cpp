@@ -51,6 +51,65 @@ private slots:
         QCOMPARE(keys.focused(), toLast ? ring.last() : static_cast<QWidget*>(keys.app->menuHeading));
     }
 
+    // Left and Right mean nothing on a button: the focus stays where the operator sees it.
+    void arrowsOnButtonsStay_data() {
+        QTest::addColumn<QString>("where");
+        QTest::addColumn<int>("key");
+        QTest::newRow("menu entry, Left") << "menu" << int(Qt::Key_Left);
+        QTest::newRow("heading, Right") << "heading" << int(Qt::Key_Right);
+        QTest::newRow("footer, Left") << "footer" << int(Qt::Key_Left);
+        QTest::newRow("footer, Right") << "footer" << int(Qt::Key_Right);
+    }
+    void arrowsOnButtonsStay() {
+        QFETCH(QString, where);
+        QFETCH(int, key);
+        ShopOnDisk keys;
+        QVERIFY(opened(keys));
+        if (where == "menu")
+            keys.press(Qt::Key_Up); // the last entry
+        else if (where == "footer")
+            QVERIFY(keys.tabTo(keys.app->footerButtons.first()));
+        QWidget* before = keys.focused();
+        keys.press(Qt::Key(key));
+        QCOMPARE(keys.focused(), before);
+        QCOMPARE(keys.app->section, int(Section::home));
+    }
+
+    // Right from the menu lands on the form's first control, shown only or editable; Tab goes on from there.
+    void rightEntersTheForm_data() {
+        QTest::addColumn<bool>("selected");
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("next");
+        QTest::newRow("customer opened with SELECIONAR") << true << "code"
+                                                         << "";
+        QTest::newRow("new film") << false << "code"
+                                  << "name";
+    }
+    void rightEntersTheForm() {
+        QFETCH(bool, selected);
+        QFETCH(QString, first);
+        QFETCH(QString, next);
+        ShopOnDisk keys;
+        QVERIFY(opened(keys, twoFilmsTwoCustomers()));
+        if (selected) {
+            keys.press(Qt::Key_F2);
+            QVERIFY(keys.tabTo(keys.app->table));
+            keys.press(Qt::Key_Return);
+        } else {
+            keys.press(Qt::Key_F1);
+        }
+        QVERIFY(keys.app->screen.formView != nullptr);
+        QVERIFY(keys.tabTo(keys.app->navButtons.first()));
+        keys.press(Qt::Key_Right);
+        QCOMPARE(keys.focused(), keys.field(first));
+        const QList<QWidget*> ring = keys.app->mainControls();
+        keys.press(Qt::Key_Tab);
+        if (next.isEmpty()) // every field only shown: on to the ring's next control after the form
+            QVERIFY(ring.contains(keys.focused()) && keys.focused() != keys.app->menuHeading);
+        else
+            QCOMPARE(keys.focused(), keys.field(next));
+    }
+
     void nothingActsBehindDialog() {
         ShopOnDisk keys;
         QVERIFY(opened(keys, twoFilmsTwoCustomers()));

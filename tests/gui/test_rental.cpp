@@ -1,10 +1,10 @@
 #include "gui/GuiSupport.h"
 
-#include "app/MatchList.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
 #include "records/DateText.h"
 #include "records/MoneyText.h"
+#include "widgets/MatchList.h"
 
 #include <QTableView>
 
@@ -99,7 +99,7 @@ private slots:
 
         // Back two calendar days late at 2,00 a day.
         const Instant back = rental.due.plusSeconds(2 * 86400 + 60);
-        shop.app->clock = [back] {
+        shop.app->seams.clock = [back] {
             return back;
         };
         shop.app->table->selectRow(int(shop.app->filteredIDs.indexOf(rental.id)));
@@ -163,9 +163,11 @@ private slots:
         shop.app->navigate(Section::returns);
         shop.app->table->selectRow(int(shop.app->filteredIDs.indexOf("OUT-F1")));
         std::unique_ptr<DialogAnswerer> failure;
+        Store expected = ::shop(); // what the database holds after the answer
         DialogAnswerer question([&](StyledDialog* dialog) {
             if (returnedMeanwhile) {
-                shop.app->store.rentals.first().returned = now;
+                expected.rentals.first().returned = now;
+                QVERIFY(shop.app->commit(expected));
                 failure = std::make_unique<DialogAnswerer>(DialogAnswerer::pressKey(Qt::Key_Return));
             }
             DialogAnswerer::pressKey(returnedMeanwhile ? Qt::Key_S : Qt::Key_Escape)(dialog);
@@ -175,7 +177,7 @@ private slots:
         if (failure)
             QCOMPARE(failure->seen().title + ": " + failure->seen().text,
                      "Devolução não salva: Esta fita já foi devolvida.");
-        QVERIFY(shop.saved().rentals == ::shop().rentals && shop.saved().entries.isEmpty());
+        QVERIFY(shop.saved().rentals == expected.rentals && shop.saved().entries.isEmpty());
     }
 
     void cashEntries_data() {
@@ -215,7 +217,7 @@ private slots:
         RentalShop shop;
         QVERIFY(shop.open());
         QList<qsizetype> offered;
-        shop.app->randomIndex = [&offered](qsizetype count) {
+        shop.app->seams.randomIndex = [&offered](qsizetype count) {
             offered.append(count);
             return count - 1;
         };

@@ -53,6 +53,17 @@ struct FreeCopyCase {
     QList<qint64> held;
     qint64 requested, expected;
 };
+struct RentCase {
+    QString film, customer;
+    qint64 copy;     // none: the lowest free one
+    QString refusal; // "title: text"; empty when the rental is made
+    qint64 rentedCopy;
+};
+struct CashCase {
+    QString description, kind, amount;
+    QString refusal; // "title: text"; "-" for a silent one
+    qint64 amountKept;
+};
 struct ReturnCase {
     QString now;
     bool rewound;
@@ -120,6 +131,104 @@ private slots:
             store.rentals.append(rental("r", "f", copy));
         const auto wanted = c.requested == none ? std::nullopt : std::optional(c.requested);
         QCOMPARE(::freeCopy(store, film, wanted).value_or(none), c.expected);
+    }
+
+    // Copy codes as the rental screen's film field receives them.
+    void requestedCopy_data() {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<qint64>("copy");
+        QTest::newRow("copy code") << "COD-0001-002" << qint64(2);
+        QTest::newRow("surrounding spaces") << " COD-0001-3 " << qint64(3);
+        QTest::newRow("film code") << "COD-0001" << none;
+        QTest::newRow("space inside the copy") << "COD-0001- 2" << none;
+        QTest::newRow("signed copy") << "COD-0001-+2" << none;
+        QTest::newRow("empty copy") << "COD-0001-" << none;
+        QTest::newRow("beyond 64 bits") << "COD-0001-99999999999999999999" << none;
+    }
+    void requestedCopy() {
+        QFETCH(QString, code);
+        QFETCH(qint64, copy);
+        QCOMPARE(::requestedCopy(code).value_or(none), copy);
+    }
+
+    // shop() plus a removed film and a removed customer; copy 1 of "Tubarão" is out.
+    void rented_data() {
+        QTest::addColumn<RentCase>("c");
+        const QString choose =
+            "Selecione filme e cliente: Escolha um filme disponível e um cliente cadastrado nas listas de pesquisa.";
+        const QString taken = "Exemplar indisponível: Esta fita já está alugada ou não existe.";
+        QTest::newRow("lowest free copy") << RentCase{"f1", "c1", none, "", 2};
+        QTest::newRow("asked-for copy") << RentCase{"f1", "c1", 2, "", 2};
+        QTest::newRow("copy out") << RentCase{"f1", "c1", 1, taken, none};
+        QTest::newRow("copy past the copies") << RentCase{"f1", "c1", 3, taken, none};
+        QTest::newRow("unknown film") << RentCase{"nope", "c1", none, choose, none};
+        QTest::newRow("removed film") << RentCase{"f2", "c1", none, choose, none};
+        QTest::newRow("removed customer") << RentCase{"f1", "c2", none, choose, none};
+        QTest::newRow("no copy free") << RentCase{"f3", "c1", none, choose, none};
+    }
+    void rented() {
+        QFETCH(RentCase, c);
+        Store before = shop();
+        before.films[0].price = 550;
+        before.films += {Film{.id = "f2", .title = "Apagado", .copies = 1, .deleted = true},
+                         Film{.id = "f3", .title = "Esgotado", .copies = 0}};
+        before.customers = {Customer{.id = "c1", .name = "Ana"}, Customer{.id = "c2", .name = "Zé", .deleted = true}};
+        const RentalRequest request{.film = c.film,
+                                    .customer = c.customer,
+                                    .copy = c.copy == none ? std::nullopt : std::optional(c.copy),
+                                    .start = at("10/10/2026 10:00"),
+                                    .due = at("13/10/2026 10:00"),
+                                    .finePerDay = 300};
+        const Ruled<Store> result = rentedStore(before, request);
+        if (const auto* refusal = std::get_if<RuleRefusal>(&result)) {
+            QCOMPARE(refusal->title + ": " + refusal->text, c.refusal);
+            return;
+        }
+        QVERIFY2(c.refusal.isEmpty(), "rented where the rule should refuse");
+        const Store& after = std::get<Store>(result);
+        QCOMPARE(after.rentals.size(), before.rentals.size() + 1);
+        const Rental& made = after.rentals.last();
+        QCOMPARE(QStringList({made.film, made.customer}), QStringList({"f1", "c1"}));
+        QCOMPARE(made.copy, std::optional(c.rentedCopy));
+        QCOMPARE(QList<qint64>({made.price, made.finePerDay}), QList<qint64>({550, 300}));
+        QCOMPARE(QList<Instant>({made.start, made.due}), QList<Instant>({request.start, request.due}));
+        QVERIFY(isOpen(made));
+        QCOMPARE(lines(after.entries), QStringList{"Locação: Tubarão / Ana=550"});
+        QCOMPARE(after.entries.last().date, request.start);
+    }
+
+    void cashEntry_data() {
+        QTest::addColumn<CashCase>("c");
+        QTest::newRow("entrada") << CashCase{"Troco", "ENTRADA", "10,50", "", 1050};
+        QTest::newRow("saída, any case, no accent") << CashCase{"Luz", "Saida", "3", "", -300};
+        QTest::newRow("unknown kind") << CashCase{"Luz", "sangria", "3", "Tipo inválido: Informe entrada ou saída.", 0};
+        QTest::newRow("no description") << CashCase{"", "ENTRADA", "3", "-", 0};
+        QTest::newRow("zero") << CashCase{"Luz", "ENTRADA", "0", "-", 0};
+        QTest::newRow("negative") << CashCase{"Luz", "ENTRADA", "-3", "-", 0};
+        QTest::newRow("unreadable") << CashCase{"Luz", "ENTRADA", "três", "-", 0};
+    }
+    void cashEntry() {
+        QFETCH(CashCase, c);
+        const Ruled<Store> result = cashEntryStore(shop(), c.description, c.kind, c.amount, at("10/10/2026 10:00"));
+        if (const auto* refusal = std::get_if<RuleRefusal>(&result)) {
+            QCOMPARE(refusal->silent() ? "-" : refusal->title + ": " + refusal->text, c.refusal);
+            return;
+        }
+        QVERIFY2(c.refusal.isEmpty(), "entered where the rule should refuse");
+        QCOMPARE(lines(std::get<Store>(result).entries),
+                 QStringList{c.description + '=' + QString::number(c.amountKept)});
+    }
+
+    // What a late rental shows before its return: the fine it would be charged.
+    void lateAndFineSoFar() {
+        Rental open = shop().rentals[1];
+        QVERIFY(!isLate(open, at("10/10/2026 18:00")));
+        QVERIFY(isLate(open, at("10/10/2026 18:01")));
+        QCOMPARE(fineSoFar(open, at("12/10/2026 09:00")), 600);
+        open.finePerDay = std::numeric_limits<qint64>::max() / 2;
+        QCOMPARE(fineSoFar(open, at("13/10/2026 09:00")), std::numeric_limits<qint64>::max());
+        open.returned = at("13/10/2026 09:00");
+        QVERIFY(!isLate(open, at("14/10/2026 09:00")));
     }
 
     void returned_data() {

@@ -1,4 +1,4 @@
-#include "app/RecordSaving.h"
+#include "lists/RecordSaving.h"
 
 #include "records/Codes.h"
 #include "records/IntegerText.h"
@@ -7,6 +7,7 @@
 #include "records/RentalRules.h"
 #include "records/Search.h"
 
+#include <QTextBoundaryFinder>
 #include <algorithm>
 
 namespace {
@@ -70,6 +71,14 @@ template <typename Record> Store marking(Store store, QList<Record> Store::*reco
 
 } // namespace
 
+qsizetype visibleLength(const QString& text) {
+    QTextBoundaryFinder graphemes(QTextBoundaryFinder::Grapheme, text);
+    qsizetype count = 0;
+    while (graphemes.toNextBoundary() != -1)
+        ++count;
+    return count;
+}
+
 qint64 nextFilmCode(const Store& store) {
     return nextCode(store.films);
 }
@@ -119,7 +128,7 @@ Store savingCustomer(const Store& store, const FormValues& values, const std::op
     if (codeTaken(store.customers, code, editID))
         throw RecordRefusal(QStringLiteral("Código já usado"), QStringLiteral("Escolha outro código de cliente."));
     const QString state = values.value("state").toUpper();
-    if (!state.isEmpty() && state.size() != 2)
+    if (!state.isEmpty() && visibleLength(state) != 2)
         throw RecordRefusal(QStringLiteral("Estado inválido"), QStringLiteral("Use a sigla de duas letras do estado."));
     QString zip;
     for (QChar character : values.value("zip"))

@@ -1,4 +1,4 @@
-#include "app/MatchList.h"
+#include "widgets/MatchList.h"
 
 #include "look/DOS.h"
 #include "look/DOSRowDelegate.h"

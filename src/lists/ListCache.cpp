@@ -1,4 +1,4 @@
-#include "app/ListCache.h"
+#include "lists/ListCache.h"
 
 #include "records/Search.h"
 

@@ -27,6 +27,8 @@ public:
     const QMap<QString, DOSField*>& fields() const { return m_fields; }
     const QMap<QString, WrappingSynopsisView*>& longFields() const { return m_longFields; }
     const QList<QWidget*>& controls() const { return m_controls; }
+    // Every field in form order, those only shown included: where Right from the menu lands.
+    const QList<QWidget*>& views() const { return m_views; }
 
 private:
     QWidget* row(const QString& label, QWidget* field, Qt::Alignment alignment);
@@ -35,4 +37,5 @@ private:
     QMap<QString, DOSField*> m_fields;
     QMap<QString, WrappingSynopsisView*> m_longFields;
     QList<QWidget*> m_controls;
+    QList<QWidget*> m_views;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/FilmCSVError.h"
 #include "records/Records.h"
 
 #include <QMap>
@@ -11,14 +12,11 @@
 using FormValues = QMap<QString, QString>;
 
 // A save the form cannot make; title and text are the dialog the operator sees.
-class RecordRefusal : public std::exception {
-public:
-    RecordRefusal(QString title, QString text) : title(std::move(title)), text(std::move(text)) {}
-    const char* what() const noexcept override { return "record refused"; }
+using RecordRefusal = FilmCSVError;
 
-    QString title;
-    QString text;
-};
+// Characters as the operator sees them (grapheme clusters): an accent typed apart
+// still makes one. The one length rule of the state, the shop's name and the dialogs.
+qsizetype visibleLength(const QString& text);
 
 // The code a new record is offered: one past the highest in the store, removed records included.
 qint64 nextFilmCode(const Store& store);

@@ -1,4 +1,4 @@
-#include "app/ListModel.h"
+#include "widgets/ListModel.h"
 
 #include <QMetaObject>
 

@@ -1,4 +1,4 @@
-#include "app/FocusRing.h"
+#include "widgets/FocusRing.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

@@ -1,4 +1,4 @@
-#include "app/WrappingSynopsisView.h"
+#include "widgets/WrappingSynopsisView.h"
 
 #include "look/DOS.h"
 

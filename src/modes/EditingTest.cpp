@@ -1,17 +1,17 @@
-#include "Modes.h"
 #include "modes/ModeChecks.h"
+#include "modes/Modes.h"
 
 #include "app/App.h"
-#include "app/MatchList.h"
-#include "app/RecordForm.h"
-#include "app/StyledDialog.h"
-#include "app/WrappingSynopsisView.h"
 #include "look/DOSButton.h"
 #include "look/DOSField.h"
 #include "look/DOSPopup.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
 #include "storage/LocalDatabase.h"
+#include "widgets/MatchList.h"
+#include "widgets/RecordForm.h"
+#include "widgets/StyledDialog.h"
+#include "widgets/WrappingSynopsisView.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -420,16 +420,16 @@ int runEditingTest(int argc, char** argv) {
         LocalDatabase(databasePath).save(sampleShop());
         App app;
         app.folder = dir.path();
-        app.windowOnScreen = false;
-        app.clock = [] {
+        app.seams.windowOnScreen = false;
+        app.seams.clock = [] {
             return now;
         };
-        app.randomIndex = [](qsizetype) {
+        app.seams.randomIndex = [](qsizetype) {
             return qsizetype(0);
         };
-        app.terminate = [] {
+        app.seams.terminate = [] {
         };
-        app.openPrintPage = [&printed](const QString& path) {
+        app.seams.openPrintPage = [&printed](const QString& path) {
             printed.append(path);
         };
         app.launch();

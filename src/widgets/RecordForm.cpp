@@ -1,9 +1,9 @@
-#include "app/RecordForm.h"
+#include "widgets/RecordForm.h"
 
-#include "app/ShellViews.h"
-#include "app/WrappingSynopsisView.h"
 #include "look/DOS.h"
 #include "look/DOSField.h"
+#include "widgets/TextLook.h"
+#include "widgets/WrappingSynopsisView.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -68,6 +68,7 @@ DOSField* RecordForm::add(const QString& key, const QString& label, const QStrin
     field->setCursorPosition(0);
     row(label, field, Qt::AlignVCenter);
     m_fields.insert(key, field);
+    m_views.append(field);
     if (editable)
         m_controls.append(field);
     return field;
@@ -82,6 +83,7 @@ WrappingSynopsisView* RecordForm::addLong(const QString& key, const QString& lab
     text->setPlainText(value);
     row(label, text, Qt::AlignTop);
     m_longFields.insert(key, text);
+    m_views.append(text);
     m_controls.append(text);
     return text;
 }

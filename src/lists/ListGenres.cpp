@@ -1,4 +1,4 @@
-#include "app/ListGenres.h"
+#include "lists/ListGenres.h"
 
 #include "records/Search.h"
 

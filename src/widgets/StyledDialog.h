@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/ModalAlert.h"
+#include "widgets/ModalAlert.h"
 
 #include <QDialog>
 #include <QList>

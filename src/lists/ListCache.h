@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/ListRows.h"
+#include "lists/ListRows.h"
 
 #include <QList>
 #include <QStringList>

@@ -1,7 +1,7 @@
-#include "app/ListRows.h"
+#include "lists/ListRows.h"
 
-#include "app/ListGenres.h"
-#include "app/Sections.h"
+#include "lists/ListGenres.h"
+#include "lists/Sections.h"
 #include "print/ReportGraph.h"
 #include "records/Codes.h"
 #include "records/DateText.h"

@@ -1,5 +1,5 @@
-#include "Modes.h"
 #include "modes/ModeChecks.h"
+#include "modes/Modes.h"
 
 #include "look/DOS.h"
 

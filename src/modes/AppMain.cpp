@@ -1,6 +1,6 @@
-#include "Modes.h"
 #include "ProgramInfo.h"
 #include "modes/ModeChecks.h"
+#include "modes/Modes.h"
 
 #include "app/App.h"
 
@@ -18,7 +18,7 @@ int runApplication(int argc, char** argv, bool preview) {
     QApplication::setQuitOnLastWindowClosed(true);
 
     App app(QApplication::arguments());
-    app.windowOnScreen = !preview;
+    app.seams.windowOnScreen = !preview;
     if (preview) {
         // The preview never outlives its picture by much, even when launching fails.
         QTimer::singleShot(3000, &application, [] { QCoreApplication::exit(1); });

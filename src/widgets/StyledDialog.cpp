@@ -1,9 +1,9 @@
-#include "app/StyledDialog.h"
+#include "widgets/StyledDialog.h"
 
-#include "app/FocusRing.h"
-#include "app/WrappingSynopsisView.h"
 #include "look/DOS.h"
 #include "look/DOSButton.h"
+#include "widgets/FocusRing.h"
+#include "widgets/WrappingSynopsisView.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
