@@ -6,35 +6,14 @@
 #include "records/DateText.h"
 #include "records/MoneyText.h"
 
+#include "support/ListShop.h"
+
 #include <QTemporaryDir>
 
 namespace {
 
 const Instant now{800000000};
-constexpr double day = 86400;
 using Rows = QList<QStringList>;
-
-// Not in due order: one late rental, two open for the same customer, one of a film gone from the store, one returned.
-Store shop() {
-    Store store;
-    store.reportRentalBaseline = 2;
-    store.films = {Film{.id = "F1", .title = "Tubarão", .genre = "Ação, ficcao cientifica", .copies = 2, .code = 1},
-                   Film{.id = "F2", .title = "Drama Total", .genre = "Drama", .copies = 1, .code = 2},
-                   Film{.id = "F3", .title = "Apagado", .genre = "Cult", .copies = 5, .code = 3, .deleted = true},
-                   Film{.id = "F4", .title = "Zorro", .genre = "acao", .copies = 1, .code = 4}};
-    for (const auto& [id, name, code] :
-         {std::tuple{"C1", "João da Silva", 1}, {"C2", "Maria", 2}, {"C3", "Ana", 3}, {"C4", "Zé", 4}})
-        store.customers.append(Customer{.id = id, .name = name, .code = code});
-    for (const auto& [id, film, customer, due] : {std::tuple{"R3", "F2", "C2", 2 * day},
-                                                  {"R1", "F1", "C1", -day},
-                                                  {"R4", "GONE", "C3", 3 * day},
-                                                  {"R2", "F2", "C2", day}})
-        store.rentals.append(Rental{.id = id, .film = film, .customer = customer, .due = now.plusSeconds(due)});
-    store.rentals.append(Rental{.id = "R5", .film = "F3", .customer = "C4", .due = now, .returned = now});
-    store.entries = {Entry{.id = "E2", .date = now.plusSeconds(-1000), .description = "Locação", .amount = 550},
-                     Entry{.id = "E1", .date = now.plusSeconds(-100), .description = "Fita nova", .amount = -500}};
-    return store;
-}
 
 // What the table shows, read through its model.
 Rows shown(App& app) {
@@ -68,7 +47,7 @@ private slots:
         app = std::make_unique<TestApp>(dir.path(), now);
         QVERIFY(app->launch());
         (*app)->enterProgram();
-        QVERIFY((*app)->commit(shop()));
+        QVERIFY((*app)->commit(listShop(now)));
     }
     void cleanup() { app.reset(); }
 
@@ -124,7 +103,7 @@ private slots:
     }
 
     void genrePopupAndFilter() {
-        Store store = shop();
+        Store store = listShop(now);
         store.films[3].genre = "Ação, Cult"; // its own genre joins the pop-up after the standard ones
         QVERIFY((*app)->commit(store));
         (*app)->navigate(Section::films);
@@ -138,7 +117,7 @@ private slots:
 
         // The genre is remembered across screens, and dropped once no film has it.
         (*app)->navigate(Section::customers);
-        QVERIFY((*app)->commit(shop()));
+        QVERIFY((*app)->commit(listShop(now)));
         (*app)->navigate(Section::films);
         QVERIFY(!(*app)->selectedGenre.has_value());
         QCOMPARE(column(*app->app, 1), (QStringList{"Drama Total", "Tubarão", "Zorro"}));

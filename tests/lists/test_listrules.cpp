@@ -6,6 +6,8 @@
 #include "records/DateText.h"
 #include "records/MoneyText.h"
 
+#include "support/ListShop.h"
+
 #include <QTest>
 
 namespace {
@@ -14,29 +16,6 @@ const Instant now{800000000};
 constexpr double day = 86400;
 using Rows = QList<QStringList>;
 const QString late = "ATENÇÃO: CLIENTE EM DÉBITO";
-
-// Not in due order: one late rental, two open for the same customer, one of a film gone from the store, one returned.
-Store shop() {
-    Store store;
-    store.reportRentalBaseline = 2;
-    store.films = {Film{.id = "F1", .title = "Tubarão", .genre = "Ação, ficcao cientifica", .copies = 2, .code = 1},
-                   Film{.id = "F2", .title = "Drama Total", .genre = "Drama", .copies = 1, .code = 2},
-                   Film{.id = "F3", .title = "Apagado", .genre = "Cult", .copies = 5, .code = 3, .deleted = true},
-                   Film{.id = "F4", .title = "Zorro", .genre = "acao", .copies = 1, .code = 4}};
-    for (const auto& [id, name, code] :
-         {std::tuple{"C1", "João da Silva", 1}, {"C2", "Maria", 2}, {"C3", "Ana", 3}, {"C4", "Zé", 4}})
-        store.customers.append(Customer{.id = id, .name = name, .code = code});
-    for (const auto& [id, film, customer, due] : {std::tuple{"R3", "F2", "C2", 2 * day},
-                                                  {"R1", "F1", "C1", -day},
-                                                  {"R4", "GONE", "C3", 3 * day},
-                                                  {"R2", "F2", "C2", day}})
-        store.rentals.append(Rental{.id = id, .film = film, .customer = customer, .due = now.plusSeconds(due)});
-    store.rentals[1].finePerDay = 300;
-    store.rentals.append(Rental{.id = "R5", .film = "F3", .customer = "C4", .due = now, .returned = now});
-    store.entries = {Entry{.id = "E2", .date = now.plusSeconds(-1000), .description = "Locação", .amount = 550},
-                     Entry{.id = "E1", .date = now.plusSeconds(-100), .description = "Fita nova", .amount = -500}};
-    return store;
-}
 
 Rows cells(const QList<ListRow>& rows, qsizetype width = 99) {
     Rows result;
@@ -122,15 +101,15 @@ private slots:
     }
     void rows() {
         QFETCH(RowsCase, c);
-        QCOMPARE(cells(listRows(shop(), c.filter, c.search, now), c.width), c.expected);
+        QCOMPARE(cells(listRows(listShop(now), c.filter, c.search, now), c.width), c.expected);
         ListCache cache;
-        QCOMPARE(cache.rows(shop(), c.filter, c.search, now).cells.size(), c.expected.size());
+        QCOMPARE(cache.rows(listShop(now), c.filter, c.search, now).cells.size(), c.expected.size());
     }
 
     // The cached rows follow every change of the store and the clock past a due time or midnight.
     void cacheFollowsStoreAndClock() {
         ListCache cache;
-        Store store = shop();
+        Store store = listShop(now);
         const auto lateCount = [&](Instant at) {
             const auto& shown = cache.rows(store, {.section = Section::rented}, "", at).cells;
             return std::count_if(shown.cbegin(), shown.cend(),
@@ -155,7 +134,7 @@ private slots:
 
     // Standard genres first, then the active films' own; removed films' genres left out.
     void genres() {
-        Store store = shop();
+        Store store = listShop(now);
         store.films[3].genre = "Ação, Cult, Faroeste Italiano";
         QStringList titles;
         for (const GenreChoice& choice : genreChoices(store))
