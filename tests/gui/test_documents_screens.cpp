@@ -66,14 +66,11 @@ struct DocumentsShop : ShopOnDisk {
         QFile file(opened.last());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-    void selectRow(const QString& id) const {
-        app->focus(app->table);
-        app->table->selectRow(int(app->filteredIDs.indexOf(id)));
-    }
     // From the rented list to the rewind question, by keys: Return on the row, DEVOLUÇÃO, Return, N.
     void returnByKeys(const QString& id) const {
         press(Qt::Key_F5);
-        selectRow(id);
+        app->focus(app->table);
+        app->table->selectRow(int(app->filteredIDs.indexOf(id)));
         DialogAnswerer details(DialogAnswerer::pressKey(Qt::Key_Return));
         press(Qt::Key_Return);
         DialogAnswerer rewind(DialogAnswerer::pressKey(Qt::Key_N));
