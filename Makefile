@@ -36,8 +36,9 @@ fuzz:
 
 bench: deps
 	cmake --preset release
-	cmake --build --preset release --target cinefita_bench cinefita_bench_lists
+	cmake --build --preset release --target cinefita_bench cinefita_bench_lists cinefita_bench_documents
 	./build/release/bench/cinefita_bench_lists
+	./build/release/bench/cinefita_bench_documents
 	./build/release/bench/cinefita_bench
 
 # The Debian package: only the program, its icons and its documents (manual page,

@@ -2,6 +2,7 @@
 
 #include "lists/ListCache.h"
 #include "lists/Sections.h"
+#include "print/Receipt.h"
 #include "records/Instant.h"
 #include "records/Records.h"
 #include "screens/ListScreen.h"
@@ -196,11 +197,16 @@ private:
 
     // ---- Record screens: forms, printing, CSV and backup -------------------
     void saveRecord();
-    void openPrint(const QString& html, const QString& name);
+    void openPrint(const QString& html, const QString& name) override;
     void printLabels();
     std::optional<Customer> memberToPrint() const;
     void printMembers();
-    void saveExport(const QString& text, const QString& fileName);
+    void saveExport(const QString& text, const QString& fileName) override;
+
+    // ---- The counter's receipt (AppReceipt.cpp) ------------------------------
+    void rememberCounterAct(const CounterAct& act) override;
+    void printReceipt();
+    std::optional<CounterAct> lastCounterAct; // since the program started
 
     // ---- Rental screen (AppRental.cpp) ------------------------------------
     void clearSearch() override;

@@ -138,6 +138,10 @@ bool App::mainKey(QKeyEvent* event) {
             return true;
         }
     }
+    if (key == Qt::Key_F10 && !commandHeld) {
+        printReceipt(); // the last rental's or return's slip
+        return true;
+    }
     if (key == Qt::Key_Escape) {
         exitProgram();
         return true;
@@ -159,7 +163,7 @@ bool App::mainKey(QKeyEvent* event) {
             navigate(shortcut->second);
             if (letter == QStringLiteral("a")) {
                 onlyLate = true;
-                reloadTable();
+                render(); // the late list has its own action row
             }
             return true;
         }

@@ -5,6 +5,8 @@
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
 #include "records/DateText.h"
+#include "screens/CashBook.h"
+#include "screens/CounterDocuments.h"
 #include "screens/HelpScreen.h"
 #include "screens/HomeScreen.h"
 #include "screens/ListScreen.h"
@@ -160,8 +162,11 @@ void App::render() {
         .rentalDetails = std::bind_front(&App::selectRental, this),
         .returnRental = std::bind_front(&App::returnRental, this),
         .cashEntry = std::bind_front(&App::cashEntry, this),
+        .overdueNotices = [this] { CounterDocuments::printOverdueNotices(*this); },
+        .cashClosing = [this] { CashBook::closing(*this); },
     };
-    list = new ListScreen(*this, section, {alphabeticalFilms, alphabeticalClients, selectedGenre}, commands, this);
+    list = new ListScreen(*this, section, {alphabeticalFilms, alphabeticalClients, selectedGenre, onlyLate}, commands,
+                          this);
     screen.createButton = list->createButton();
     screen.sortButton = list->sortButton();
     screen.importButton = list->importButton();

@@ -1,5 +1,9 @@
 #include "screens/CashBook.h"
 
+#include "exchange/CashDayExport.h"
+#include "print/CashClosingPage.h"
+#include "records/CashDay.h"
+#include "records/DateText.h"
 #include "records/RentalRules.h"
 #include "screens/ScreenHost.h"
 
@@ -19,4 +23,31 @@ void CashBook::cashEntry(ScreenHost& host) {
     }
     if (host.commit(std::get<Store>(entered)))
         host.render();
+}
+
+void CashBook::closing(ScreenHost& host) {
+    const std::optional<QStringList> typed =
+        host.form(QStringLiteral("FECHAMENTO DE CAIXA"), {{QStringLiteral("DIA"), dateText(host.now())}});
+    if (!typed)
+        return;
+    const std::optional<QDate> day = typedDay(typed->first());
+    if (!day) {
+        host.alert(QStringLiteral("Data inválida"), QStringLiteral("Use datas no formato dd/mm/aaaa."));
+        return;
+    }
+    const CashDay closed = cashDay(host.shop(), *day);
+    ModalAlert dialog;
+    dialog.title = cashDayTitle(*day);
+    dialog.text = cashDayText(closed);
+    dialog.buttons = {QStringLiteral("IMPRIMIR"), QStringLiteral("EXPORTAR CSV"), QStringLiteral("FECHAR")};
+    switch (host.styledModal(std::move(dialog)) - firstButtonAnswer) {
+    case 0:
+        host.openPrint(cashClosingPage(host.shop(), *day), QString::fromLatin1(cashClosingPageName));
+        break;
+    case 1:
+        host.saveExport(cashDayCSV(closed), cashDayCSVFileName(*day));
+        break;
+    default: // FECHAR, or the dialog closed
+        break;
+    }
 }

@@ -49,7 +49,11 @@ ListScreen::ListScreen(ScreenHost& host, int section, State state, const Command
 
     switch (section) {
     case Section::rented:
-        host.actionRow({{QStringLiteral("SELECIONAR"), commands.rentalDetails}});
+        if (state.onlyLate) // SELECIONAR stays last: Return on the table presses it
+            host.actionRow({{QStringLiteral("AVISOS"), commands.overdueNotices},
+                            {QStringLiteral("SELECIONAR"), commands.rentalDetails}});
+        else
+            host.actionRow({{QStringLiteral("SELECIONAR"), commands.rentalDetails}});
         break;
     case Section::returns:
         host.actionRow({{QStringLiteral("FINALIZAR"), commands.returnRental}});
@@ -68,8 +72,10 @@ ListScreen::ListScreen(ScreenHost& host, int section, State state, const Command
                         {QStringLiteral("RELATÓRIO MATRICIAL"), commands.printReport}});
         break;
     default:
-        host.actionRow(
-            {{QStringLiteral("LANÇAMENTO"), commands.cashEntry}, {QStringLiteral("EXPORTAR CSV"), commands.exportCSV}});
+        // LANÇAMENTO first for Tab from the table, EXPORTAR CSV last for Return on it.
+        host.actionRow({{QStringLiteral("LANÇAMENTO"), commands.cashEntry},
+                        {QStringLiteral("FECHAMENTO"), commands.cashClosing},
+                        {QStringLiteral("EXPORTAR CSV"), commands.exportCSV}});
     }
 }
 

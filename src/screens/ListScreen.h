@@ -20,12 +20,14 @@ class ListScreen : public QObject {
 public:
     using Action = std::function<void()>;
     struct Commands {
-        Action create, importCSV, exportCSV, select, edit, remove, printReport, rentalDetails, returnRental, cashEntry;
+        Action create, importCSV, exportCSV, select, edit, remove, printReport, rentalDetails, returnRental, cashEntry,
+            overdueNotices, cashClosing;
     };
     struct State {
         bool& alphabeticalFilms;
         bool& alphabeticalClients;
         std::optional<QString>& selectedGenre;
+        bool onlyLate = false; // the rented list shows the late rentals only
     };
 
     ListScreen(ScreenHost& host, int section, State state, const Commands& commands, QObject* parent);

@@ -2,6 +2,7 @@
 
 #include "lists/Sections.h"
 #include "look/DOSField.h"
+#include "print/Receipt.h"
 #include "records/Codes.h"
 #include "records/DateText.h"
 #include "records/MoneyText.h"
@@ -276,9 +277,12 @@ void RentalScreen::finalizeRental() {
         return;
     }
     const Store& changed = std::get<Store>(rented);
+    const CounterAct act = rentalAct(store, changed);
     if (!m_host.commit(changed))
         return;
     m_film.reset();
     m_customer.reset();
-    m_host.navigate(Section::rented); // the last thing: the redraw deletes this screen
+    ScreenHost& host = m_host;
+    host.navigate(Section::rented); // the redraw deletes this screen: nothing of it is used after
+    host.rememberCounterAct(act);
 }

@@ -1,6 +1,7 @@
 #include "screens/ReturnsDesk.h"
 
 #include "lists/Sections.h"
+#include "print/Receipt.h"
 #include "records/DateText.h"
 #include "records/FilmCSVError.h"
 #include "records/MoneyText.h"
@@ -79,6 +80,8 @@ void ReturnsDesk::returnRental(ScreenHost& host) {
         host.alert(QStringLiteral("Devolução não salva"), error.description());
         return;
     }
-    if (host.commit(changed))
-        host.render();
+    if (!host.commit(changed))
+        return;
+    host.render();
+    host.rememberCounterAct(returnAct(*id));
 }

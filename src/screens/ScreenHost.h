@@ -11,6 +11,7 @@
 #include <functional>
 #include <optional>
 
+struct CounterAct;
 class DOSButton;
 class QLabel;
 class QWidget;
@@ -43,6 +44,13 @@ public:
     virtual std::optional<QStringList> form(const QString& title, const QList<QPair<QString, QString>>& fields,
                                             const QString& ok = QStringLiteral("FINALIZAR")) = 0;
     virtual int styledModal(ModalAlert alert) = 0;
+
+    // A page written to the print folder and opened; a failure is told to the operator.
+    virtual void openPrint(const QString& html, const QString& name) = 0;
+    // Asks where to save, then writes; a failure is told to the operator.
+    virtual void saveExport(const QString& text, const QString& fileName) = 0;
+    // Called by every rental and return once saved: F10 prints this act's receipt.
+    virtual void rememberCounterAct(const CounterAct& act) = 0;
 
     // The body of the screen on show, built top to bottom.
     virtual QLabel* label(const QString& text, qreal size = 14) = 0;
