@@ -34,6 +34,7 @@ bool isProgramMenuKey(const QKeyEvent* event) {
     case Qt::Key_B:
     case Qt::Key_K:
     case Qt::Key_Q:
+    case Qt::Key_R:
         return true;
     default:
         return false;
@@ -137,6 +138,10 @@ bool App::mainKey(QKeyEvent* event) {
                 showCreate();
             return true;
         }
+    }
+    if (key == Qt::Key_Escape && screen.history != nullptr) {
+        leaveHistory(); // back to the record it was opened from
+        return true;
     }
     if (key == Qt::Key_Escape) {
         exitProgram();

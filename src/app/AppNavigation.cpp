@@ -8,6 +8,7 @@
 #include "screens/HelpScreen.h"
 #include "screens/HomeScreen.h"
 #include "screens/ListScreen.h"
+#include "screens/SpecialReturnDesk.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -160,6 +161,7 @@ void App::render() {
         .rentalDetails = std::bind_front(&App::selectRental, this),
         .returnRental = std::bind_front(&App::returnRental, this),
         .cashEntry = std::bind_front(&App::cashEntry, this),
+        .specialReturn = [this] { SpecialReturnDesk::specialReturn(*this); },
     };
     list = new ListScreen(*this, section, {alphabeticalFilms, alphabeticalClients, selectedGenre}, commands, this);
     screen.createButton = list->createButton();

@@ -21,6 +21,7 @@ public:
     using Action = std::function<void()>;
     struct Commands {
         Action create, importCSV, exportCSV, select, edit, remove, printReport, rentalDetails, returnRental, cashEntry;
+        Action specialReturn; // the returns list's other return: another instant, a fine forgiven
     };
     struct State {
         bool& alphabeticalFilms;
