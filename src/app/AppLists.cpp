@@ -70,7 +70,8 @@ void App::showTable() {
     listModel->reload();
     const QStringList headers = columns();
     for (int i = 0; i < headers.size(); ++i)
-        table->setColumnWidth(i, listColumnWidth(headers.at(i)));
+        table->setColumnWidth(i, screen.history != nullptr ? HistoryScreen::columnWidth(headers.at(i))
+                                                           : listColumnWidth(headers.at(i)));
 
     auto* frame = new QWidget;
     auto* holder = new QVBoxLayout(frame);

@@ -18,13 +18,15 @@ template <typename Record> const Record* byID(const QList<Record>& records, cons
     return found != records.cend() ? &*found : nullptr;
 }
 
+const QString separator = QStringLiteral("  │  ");
+
 bool sameData(const Store& a, const Store& b) {
     return a.films.isSharedWith(b.films) && a.customers.isSharedWith(b.customers) &&
            a.rentals.isSharedWith(b.rentals) && a.entries.isSharedWith(b.entries);
 }
 
 QString heading(const Store& store, bool customer, const QString& id) {
-    const QString prefix = QStringLiteral("HISTÓRICO  │  ");
+    const QString prefix = QStringLiteral("HISTÓRICO") + separator;
     if (customer) {
         const Customer* found = byID(store.customers, id);
         return prefix + (found != nullptr ? customerCode(*found) + QStringLiteral("  ") + found->name.toUpper()
@@ -51,13 +53,25 @@ void HistoryScreen::show(const Commands& commands) {
     lines->setSpacing(8);
     lines->addWidget(host.label(heading(store, m_customer, id), 16));
     if (m_customer) {
-        QLabel* summary = host.label(historySummaryText(customerHistorySummary(store, id, host.now())));
+        // A long line wraps between its figures, never inside one.
+        QStringList figures = historySummaryText(customerHistorySummary(store, id, host.now())).split(separator);
+        for (QString& figure : figures)
+            figure.replace(u' ', QChar::Nbsp);
+        QLabel* summary = host.label(figures.join(separator));
         summary->setWordWrap(true);
         lines->addWidget(summary);
     }
     host.addBody(top);
     host.addListTable();
     host.actionRow({{QStringLiteral("VOLTAR"), commands.back}, {QStringLiteral("EXPORTAR CSV"), commands.exportCSV}});
+}
+
+int HistoryScreen::columnWidth(const QString& header) {
+    if (header == QStringLiteral("FILME") || header == QStringLiteral("CLIENTE"))
+        return 240;
+    if (header == QStringLiteral("MULTA") || header == QStringLiteral("ABONO"))
+        return 100;
+    return header == QStringLiteral("CÓDIGO") ? 130 : 150;
 }
 
 QStringList HistoryScreen::columns() const {

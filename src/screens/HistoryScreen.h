@@ -34,6 +34,8 @@ public:
 
     const QString& recordID() const { return m_id; }
     QStringList columns() const;
+    // Starting widths: wide enough for a date with its time.
+    static int columnWidth(const QString& header);
     // Computed again only when the store, the search or the day changes.
     const Shown& rows(const QString& fieldText);
     // Grows by one every time the rows are computed again.
