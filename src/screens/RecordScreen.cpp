@@ -128,7 +128,7 @@ RecordScreen::RecordScreen(ScreenHost& host, int section, const std::optional<QS
     const QString saveTitle = section == Section::films ? QStringLiteral("SALVAR") : QStringLiteral("FINALIZAR");
     QList<QPair<QString, ScreenHost::Action>> actions;
     if (id) {
-        // First, so the described buttons keep their places counted from the end of the Tab ring.
+        // First, so the other buttons keep their places counted from the end of the Tab ring.
         actions.append({QStringLiteral("HISTÓRICO"), [history, recordID = *id] {
                             history(recordID);
                         }});

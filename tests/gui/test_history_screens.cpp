@@ -97,7 +97,7 @@ private slots:
         app()->enterProgram();
     }
 
-    // HISTÓRICO comes first, so the described buttons keep their places from the
+    // HISTÓRICO comes first, so the other buttons keep their places from the
     // end of the ring; the history leaves with Escape for the record it came from.
     void historyFromRecord_data() {
         QTest::addColumn<int>("functionKey");
