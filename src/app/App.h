@@ -5,6 +5,7 @@
 #include "print/Receipt.h"
 #include "records/Instant.h"
 #include "records/Records.h"
+#include "screens/HistoryScreen.h"
 #include "screens/ListScreen.h"
 #include "screens/RecordScreen.h"
 #include "screens/RentalScreen.h"
@@ -53,6 +54,7 @@ struct ScreenWidgets {
     RecordForm* formView = nullptr;
     MatchList* filmMatches = nullptr;   // rental screen only
     MatchList* clientMatches = nullptr; // rental screen only
+    HistoryScreen* history = nullptr;   // a record's history: the list table shows its rows
 };
 
 // What tests and the preview replace: the clock, the file choosers, the print
@@ -102,6 +104,7 @@ public:
     std::optional<QString> selected() override;
     std::optional<Customer> customer(const QString& id) const;
     void recordScreen(std::optional<QString> id);
+    void historyScreen(const QString& id); // the customer's or film's rentals (section 3 or 4)
     void enableEdit();
     void restoreRecord();
     void controlTextDidChange(QLineEdit* field); // the operator's edits only
@@ -112,6 +115,7 @@ public:
     void suggestHouse();
     void exportCSV();
     void importFilmCSV();
+    void restoreBackup();
     void printReport();
 
     // ---- State --------------------------------------------------------------
@@ -145,6 +149,7 @@ private:
     void showCash();
     void showHelp();
     void showList();
+    void leaveHistory(); // AppHistory.cpp
     // What the screens ask of the controller (ScreenHost).
     const Store& shop() const override { return store; }
     Instant now() const override { return seams.clock(); }

@@ -34,6 +34,7 @@ bool isProgramMenuKey(const QKeyEvent* event) {
     case Qt::Key_B:
     case Qt::Key_K:
     case Qt::Key_Q:
+    case Qt::Key_R:
         return true;
     default:
         return false;
@@ -140,6 +141,10 @@ bool App::mainKey(QKeyEvent* event) {
     }
     if (key == Qt::Key_F10 && !commandHeld) {
         printReceipt(); // the last rental's or return's slip
+        return true;
+    }
+    if (key == Qt::Key_Escape && screen.history != nullptr) {
+        leaveHistory(); // back to the record it was opened from
         return true;
     }
     if (key == Qt::Key_Escape) {

@@ -21,7 +21,7 @@
 // The list screens of sections 1 to 6: one table over rows() and the controls that narrow it.
 
 QStringList App::columns() const {
-    return listColumns(section);
+    return screen.history != nullptr ? screen.history->columns() : listColumns(section);
 }
 
 ListFilter App::listFilter() const {
@@ -29,6 +29,11 @@ ListFilter App::listFilter() const {
 }
 
 QList<QStringList> App::rows() {
+    if (screen.history != nullptr) {
+        const HistoryScreen::Shown& shown = screen.history->rows(search != nullptr ? search->text() : QString());
+        filteredIDs = shown.ids;
+        return shown.cells;
+    }
     const ListCache::Shown& shown =
         listCache.rows(store, listFilter(), search != nullptr ? search->text() : QString(), seams.clock());
     filteredIDs = shown.ids;
@@ -49,11 +54,12 @@ std::optional<Customer> App::customer(const QString& id) const {
 
 void App::showTable() {
     if (listModel == nullptr) {
-        listModel = new ListModel({[this] { return columns(); }, [this] { return rows(); },
-                                   [this] {
-                                       return listCache.generation();
-                                   }},
-                                  table);
+        listModel =
+            new ListModel({[this] { return columns(); }, [this] { return rows(); },
+                           [this] {
+                               return screen.history != nullptr ? screen.history->generation() : listCache.generation();
+                           }},
+                          table);
         table->setModel(listModel);
         table->rowDelegate()->setFramesCells(true);
         table->header()->setMinimumSectionSize(65);
@@ -64,7 +70,8 @@ void App::showTable() {
     listModel->reload();
     const QStringList headers = columns();
     for (int i = 0; i < headers.size(); ++i)
-        table->setColumnWidth(i, listColumnWidth(headers.at(i)));
+        table->setColumnWidth(i, screen.history != nullptr ? HistoryScreen::columnWidth(headers.at(i))
+                                                           : listColumnWidth(headers.at(i)));
 
     auto* frame = new QWidget;
     auto* holder = new QVBoxLayout(frame);

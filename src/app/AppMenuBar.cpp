@@ -38,6 +38,8 @@ void App::buildMenuBar() {
     item(program, QStringLiteral("Caixa"), QKeySequence(Qt::CTRL | Qt::Key_K), std::bind_front(&App::showCash, this));
     item(program, QStringLiteral("Restaurar cadastro apagado…"), QKeySequence(),
          std::bind_front(&App::restoreRecord, this));
+    item(program, QStringLiteral("Restaurar backup…"), QKeySequence(Qt::CTRL | Qt::Key_R),
+         std::bind_front(&App::restoreBackup, this));
     item(program, QStringLiteral("Sair do CINEFITA"), QKeySequence(Qt::CTRL | Qt::Key_Q),
          [this] { seams.terminate(); });
 

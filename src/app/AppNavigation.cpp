@@ -10,6 +10,7 @@
 #include "screens/HelpScreen.h"
 #include "screens/HomeScreen.h"
 #include "screens/ListScreen.h"
+#include "screens/SpecialReturnDesk.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -164,6 +165,7 @@ void App::render() {
         .cashEntry = std::bind_front(&App::cashEntry, this),
         .overdueNotices = [this] { CounterDocuments::printOverdueNotices(*this); },
         .cashClosing = [this] { CashBook::closing(*this); },
+        .specialReturn = [this] { SpecialReturnDesk::specialReturn(*this); },
     };
     list = new ListScreen(*this, section, {alphabeticalFilms, alphabeticalClients, selectedGenre, onlyLate}, commands,
                           this);

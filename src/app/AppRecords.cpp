@@ -33,7 +33,8 @@ void App::recordScreen(std::optional<QString> id) {
         entry->update();
     }
     record = new RecordScreen(*this, section, id, editID,
-                              {std::bind_front(&App::printMembers, this), std::bind_front(&App::printLabels, this)});
+                              {std::bind_front(&App::printMembers, this), std::bind_front(&App::printLabels, this)},
+                              std::bind_front(&App::historyScreen, this));
     screen.formView = record->formView();
     screen.tabs = record->tabs();
     focus(screen.formView->fields().value("name"));

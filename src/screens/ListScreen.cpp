@@ -56,7 +56,9 @@ ListScreen::ListScreen(ScreenHost& host, int section, State state, const Command
             host.actionRow({{QStringLiteral("SELECIONAR"), commands.rentalDetails}});
         break;
     case Section::returns:
-        host.actionRow({{QStringLiteral("FINALIZAR"), commands.returnRental}});
+        // FINALIZAR stays last: Return on the table presses it.
+        host.actionRow({{QStringLiteral("DEVOLUÇÃO ESPECIAL"), commands.specialReturn},
+                        {QStringLiteral("FINALIZAR"), commands.returnRental}});
         break;
     case Section::customers:
         host.actionRow({{QStringLiteral("SELECIONAR"), commands.select}});

@@ -90,7 +90,7 @@ template <typename Record> std::optional<Record> byID(const QList<Record>& recor
 } // namespace
 
 RecordScreen::RecordScreen(ScreenHost& host, int section, const std::optional<QString>& id,
-                           std::optional<QString>& editID, Printing printing)
+                           std::optional<QString>& editID, Printing printing, History history)
     : m_host(host), m_section(section), m_editID(editID), m_form(new RecordForm), m_editing(!id) {
     setParent(m_form);
     const Store& store = host.shop();
@@ -128,6 +128,10 @@ RecordScreen::RecordScreen(ScreenHost& host, int section, const std::optional<QS
     const QString saveTitle = section == Section::films ? QStringLiteral("SALVAR") : QStringLiteral("FINALIZAR");
     QList<QPair<QString, ScreenHost::Action>> actions;
     if (id) {
+        // First, so the other buttons keep their places counted from the end of the Tab ring.
+        actions.append({QStringLiteral("HISTÓRICO"), [history, recordID = *id] {
+                            history(recordID);
+                        }});
         if (section == Section::films)
             actions.append({QStringLiteral("ETIQUETAS"), printing.labels});
         actions.append({QStringLiteral("EDITAR"), std::bind_front(&RecordScreen::enableEdit, this)});

@@ -21,9 +21,11 @@ public:
         std::function<void()> labels; // ETIQUETAS, films
     };
 
+    using History = std::function<void(const QString& id)>; // HISTÓRICO: the record's rentals
+
     // Builds the record's rows and actions into the host's body; id none: a new record.
     RecordScreen(ScreenHost& host, int section, const std::optional<QString>& id, std::optional<QString>& editID,
-                 Printing printing);
+                 Printing printing, History history);
 
     RecordForm* formView() const { return m_form; }
     const QList<DOSButton*>& tabs() const { return m_tabs; }

@@ -55,10 +55,12 @@ private slots:
         QTest::addColumn<QString>("code");
         const int films = Section::films, customers = Section::customers;
         QTest::newRow("new film") << films << "" << QStringList{"SALVAR"} << "COD-0008";
-        QTest::newRow("film") << films << "F3" << QStringList{"ETIQUETAS", "EDITAR", "APAGAR", "SALVAR"} << "COD-0003";
+        QTest::newRow("film") << films << "F3" << QStringList{"HISTÓRICO", "ETIQUETAS", "EDITAR", "APAGAR", "SALVAR"}
+                              << "COD-0003";
         QTest::newRow("new customer") << customers << "" << QStringList{"FINALIZAR"} << "0013";
         QTest::newRow("customer") << customers << "C12"
-                                  << QStringList{"IMPRIMIR CARTEIRINHA", "EDITAR", "APAGAR", "FINALIZAR"} << "0012";
+                                  << QStringList{"IMPRIMIR CARTEIRINHA", "HISTÓRICO", "EDITAR", "APAGAR", "FINALIZAR"}
+                                  << "0012";
     }
 
     void formsAsOpened() {

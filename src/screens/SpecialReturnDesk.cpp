@@ -1,0 +1,55 @@
+#include "screens/SpecialReturnDesk.h"
+
+#include "records/FilmCSVError.h"
+#include "records/MoneyText.h"
+#include "records/SpecialReturn.h"
+#include "screens/ScreenHost.h"
+
+#include <algorithm>
+#include <variant>
+
+void SpecialReturnDesk::specialReturn(ScreenHost& host) {
+    const std::optional<QString> id = host.selected();
+    if (!id)
+        return;
+    const Store& store = host.shop();
+    const auto rental = std::find_if(store.rentals.cbegin(), store.rentals.cend(),
+                                     [&id](const Rental& candidate) { return candidate.id == *id; });
+    if (rental == store.rentals.cend() || rental->returned)
+        return; // as FINALIZAR: a tape returned meanwhile needs no dialog
+    const QString filmID = rental->film;
+
+    const Instant now = host.now();
+    const std::optional<QStringList> typed = host.form(QStringLiteral("DEVOLUÇÃO ESPECIAL"), specialReturnFields(now));
+    if (!typed)
+        return;
+    const Ruled<SpecialReturn> ruled = ::specialReturn(host.shop(), *id, typed->at(0), typed->at(1), typed->at(2), now);
+    if (const auto* refusal = std::get_if<RuleRefusal>(&ruled)) {
+        host.alert(refusal->title, refusal->text);
+        return;
+    }
+    const SpecialReturn& checked = std::get<SpecialReturn>(ruled);
+
+    // The rewind question of every return, with the fine of the instant typed.
+    const auto film = std::find_if(host.shop().films.cbegin(), host.shop().films.cend(),
+                                   [&filmID](const Film& candidate) { return candidate.id == filmID; });
+    ModalAlert question;
+    question.title = QStringLiteral("FITA FOI REBOBINADA? [S/N]");
+    question.text = (film != host.shop().films.cend() ? film->title : QString()) +
+                    QStringLiteral("\nMulta por atraso: ") + money(checked.fine) +
+                    QStringLiteral("\n[N] aplica taxa simbólica de R$ 1,00.\nConfirmar registra a devolução.");
+    question.buttons = {QStringLiteral("[S] SIM"), QStringLiteral("[N] NÃO"), QStringLiteral("CANCELAR")};
+    const int answer = host.styledModal(std::move(question));
+    if (answer != firstButtonAnswer && answer != firstButtonAnswer + 1)
+        return;
+
+    Store changed;
+    try {
+        changed = specialReturnedStore(host.shop(), checked, answer == firstButtonAnswer);
+    } catch (const FilmCSVError& error) {
+        host.alert(QStringLiteral("Devolução não salva"), error.description());
+        return;
+    }
+    if (host.commit(changed))
+        host.render();
+}

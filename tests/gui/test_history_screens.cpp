@@ -1,0 +1,308 @@
+#include "gui/GuiSupport.h"
+
+#include "exchange/ScreenExport.h"
+#include "look/DOSTable.h"
+#include "records/DateText.h"
+#include "records/History.h"
+#include "records/MoneyText.h"
+#include "records/RentalRules.h"
+#include "records/StoreJSON.h"
+#include "support/Files.h"
+#include "support/RawDatabase.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <list>
+
+namespace {
+
+const Instant now{800000000};
+constexpr double day = 86400;
+
+// ANA LIMA has TWISTER copy 1 out, three days late at 2,00 a day, and returned
+// VERTIGO before; ZECA returned TWISTER copy 2.
+Store shop() {
+    Store store;
+    store.films = {Film{.id = "F1", .title = "TWISTER", .genre = "Ação", .copies = 2, .price = 300, .code = 1},
+                   Film{.id = "F2", .title = "VERTIGO", .genre = "Terror", .copies = 1, .price = 400, .code = 2}};
+    store.customers = {Customer{.id = "C1", .name = "ANA LIMA", .phone = "(11) 5555", .code = 1},
+                       Customer{.id = "C2", .name = "ZECA", .phone = "(11) 6666", .code = 2}};
+    const auto rental = [](const char* id, const char* film, const char* customer, double start, qint64 copy) {
+        return Rental{.id = id,
+                      .film = film,
+                      .customer = customer,
+                      .start = now.plusSeconds(-start * day),
+                      .due = now.plusSeconds((2 - start) * day),
+                      .price = 300,
+                      .finePerDay = 200,
+                      .copy = copy};
+    };
+    store.rentals = {rental("R2", "F2", "C1", 20, 1), rental("R3", "F1", "C2", 10, 2), rental("R1", "F1", "C1", 5, 1)};
+    store = returnedStore(store, "R2", true, now.plusSeconds(-17 * day));
+    store = returnedStore(store, "R3", false, now.plusSeconds(-8 * day));
+    return store;
+}
+
+// Answers the dialogs to come, one answer each, in order, and notes their titles.
+class DialogSequence {
+public:
+    explicit DialogSequence(QList<DialogAnswerer::Answer> answers) : m_answers(std::move(answers)) { next(); }
+    const QStringList& titles() const { return m_titles; }
+
+private:
+    void next() {
+        if (m_step >= m_answers.size())
+            return;
+        DialogAnswerer::Answer answer = m_answers.at(m_step++);
+        // The next one waits before this dialog closes, so no dialog goes unanswered.
+        m_waiting.push_back(std::make_unique<DialogAnswerer>([this, answer](StyledDialog* dialog) {
+            m_titles.append(dialog->title());
+            next();
+            answer(dialog);
+        }));
+    }
+
+    QList<DialogAnswerer::Answer> m_answers;
+    qsizetype m_step = 0;
+    std::list<std::unique_ptr<DialogAnswerer>> m_waiting;
+    QStringList m_titles;
+};
+
+// Fills a form's fields in order, by keys, and confirms it with Return.
+DialogAnswerer::Answer fill(const QStringList& values) {
+    return [values](StyledDialog* dialog) {
+        for (qsizetype i = 0; i < values.size(); ++i) {
+            if (i > 0)
+                QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+            QTest::keyClick(dialog->focusWidget(), Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(dialog->focusWidget(), Qt::Key_Backspace);
+            typeText(dialog->focusWidget(), values.at(i));
+        }
+        QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+    };
+}
+
+const DialogAnswerer::Answer enter = DialogAnswerer::pressKey(Qt::Key_Return);
+
+} // namespace
+
+class HistoryScreensTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() {
+        disk = std::make_unique<ShopOnDisk>(now);
+        QVERIFY(disk->launch(shop()));
+        app()->enterProgram();
+    }
+
+    // HISTÓRICO comes first, so the other buttons keep their places from the
+    // end of the ring; the history leaves with Escape for the record it came from.
+    void historyFromRecord_data() {
+        QTest::addColumn<int>("functionKey");
+        QTest::addColumn<QStringList>("buttons");
+        QTest::addColumn<QStringList>("columns");
+        QTest::addColumn<QStringList>("rentals");
+        QTest::newRow("customer") << int(Qt::Key_F2)
+                                  << QStringList{"IMPRIMIR CARTEIRINHA", "HISTÓRICO", "EDITAR", "APAGAR", "FINALIZAR"}
+                                  << customerHistoryColumns() << QStringList{"R1", "R2"};
+        QTest::newRow("film") << int(Qt::Key_F4) << QStringList{"HISTÓRICO", "ETIQUETAS", "EDITAR", "APAGAR", "SALVAR"}
+                              << filmHistoryColumns() << QStringList{"R1", "R3"};
+    }
+
+    void historyFromRecord() {
+        QFETCH(int, functionKey);
+        QFETCH(QStringList, buttons);
+        QFETCH(QStringList, columns);
+        QFETCH(QStringList, rentals);
+        openFirstRecord(Qt::Key(functionKey));
+        QCOMPARE(shownButtons(), buttons);
+        const std::optional<QString> opened = app()->editID;
+        openHistory();
+        QCOMPARE(disk->focused(), app()->table.data());
+        QCOMPARE(app()->table->model()->headerData(int(columns.size()) - 1, Qt::Horizontal).toString(), columns.last());
+        app()->rows();
+        QCOMPARE(app()->filteredIDs, rentals);
+
+        DialogAnswerer leaving(DialogAnswerer::pressKey(Qt::Key_Escape));
+        disk->press(Qt::Key_Escape); // back to the record, not out of the program
+        QVERIFY(!leaving.answered());
+        QVERIFY(app()->screen.history == nullptr && app()->screen.formView != nullptr);
+        QCOMPARE(app()->editID, opened);
+    }
+
+    // Each refusal leaves the store as it was, in memory and on disk.
+    void specialReturnRefused_data() {
+        QTest::addColumn<QStringList>("typed");
+        QTest::addColumn<QString>("title");
+        const QString dayLate = dateTimeText(now.plusSeconds(-2 * day)); // a fine of 2,00
+        QTest::newRow("before the start")
+            << QStringList{dateTimeText(now.plusSeconds(-6 * day)), "0,00", ""} << "Data inválida";
+        QTest::newRow("in the future") << QStringList{dateTimeText(now.plusSeconds(3600)), "0,00", ""}
+                                       << "Data inválida";
+        QTest::newRow("above the fine") << QStringList{dayLate, "2,01", "CAIXA"} << "Abono maior que a multa";
+        QTest::newRow("no reason") << QStringList{dayLate, "1,00", " "} << "Informe o motivo";
+    }
+
+    void specialReturnRefused() {
+        QFETCH(QStringList, typed);
+        QFETCH(QString, title);
+        const Store before = app()->store;
+        toReturnsList();
+        DialogSequence dialogs({fill(typed), enter});
+        pressSpecialReturn();
+        QCOMPARE(dialogs.titles(), (QStringList{"DEVOLUÇÃO ESPECIAL", title}));
+        QCOMPARE(app()->store, before);
+        QCOMPARE(disk->saved(), before);
+    }
+
+    // Found in the drop box a day after it was due, its fine partly forgiven: the
+    // return at that instant, and the customer's history shows what was forgiven.
+    void specialReturnAcceptedShowsInHistory() {
+        const QString back = dateTimeText(now.plusSeconds(-2 * day)); // a day late: a fine of 2,00
+        toReturnsList();
+        QCOMPARE(shownButtons(), (QStringList{"DEVOLUÇÃO ESPECIAL", "FINALIZAR"}));
+        DialogAnswerer usual(DialogAnswerer::pressKey(Qt::Key_Escape));
+        disk->press(Qt::Key_Return); // on the table: still FINALIZAR's question
+        QCOMPARE(usual.seen().title, QStringLiteral("FITA FOI REBOBINADA? [S/N]"));
+        DialogSequence dialogs({fill({back, "1,50", "CAIXA DE COLETA"}), DialogAnswerer::pressKey(Qt::Key_N)});
+        pressSpecialReturn();
+        QCOMPARE(dialogs.titles(), (QStringList{"DEVOLUÇÃO ESPECIAL", "FITA FOI REBOBINADA? [S/N]"}));
+
+        const Store saved = disk->saved();
+        QCOMPARE(saved, app()->store);
+        const Rental& returned = saved.rentals.last();
+        QCOMPARE(returned.returned, parseDateTime(back));
+        QVERIFY(returned.fine == 200 && returned.rewindFee == 100);
+
+        openFirstRecord(Qt::Key_F2);
+        openHistory();
+        app()->rows();
+        QCOMPARE(app()->filteredIDs, (QStringList{"R1", "R2"}));
+        QCOMPARE(app()->rows().first().last(), money(150)); // ABONO
+        const auto plain = [](QString text) {
+            return text.replace(QChar::Nbsp, u' ');
+        };
+        bool summarised = false;
+        for (const QLabel* label : app()->bodyViews().first()->findChildren<QLabel*>())
+            summarised |= plain(label->text()).contains(plain("MULTAS PAGAS: " + money(200 + 50))) &&
+                          plain(label->text()).contains(plain("ABONOS: " + money(150)));
+        QVERIFY(summarised);
+
+        disk->press(Qt::Key_F, Qt::ControlModifier);
+        disk->type("vertigo");
+        app()->rows();
+        QCOMPARE(app()->filteredIDs, QStringList{"R2"});
+        const QString path = disk->dir.filePath("historico.csv");
+        app()->seams.chooseSaveFile = [&path](const QString&, const QString&, const QString&) {
+            return path;
+        };
+        QVERIFY(disk->tabTo(disk->button("EXPORTAR CSV")));
+        disk->press(Qt::Key_Space);
+        QCOMPARE(fileBytes(path), csv(QList<QStringList>{customerHistoryColumns()} + app()->rows()).toUtf8());
+        QVERIFY(fileText(path).contains("VERTIGO") && !fileText(path).contains("TWISTER"));
+    }
+
+    // A refused file, a save that fails and a restore that goes through; the rows
+    // change only in the last, where the replaced document becomes the previous one.
+    void restore_data() {
+        QTest::addColumn<QString>("fault");
+        QTest::addColumn<QStringList>("titles");
+        QTest::newRow("file cut short") << "cut" << QStringList{"Backup não restaurado"};
+        QTest::newRow("save fails") << "read-only" << QStringList{"RESTAURAR BACKUP?", "Não foi possível salvar"};
+        QTest::newRow("restored") << "" << QStringList{"RESTAURAR BACKUP?"};
+    }
+
+    void restore() {
+        QFETCH(QString, fault);
+        QFETCH(QStringList, titles);
+        Store other;
+        other.locadoraName = QStringLiteral("OUTRA LOJA");
+        other.films = {shop().films.first()};
+        QByteArray backup = backupText(other).toUtf8();
+        if (fault == "cut")
+            backup.chop(backup.size() / 2);
+        const QString path = disk->dir.filePath("backup.json");
+        QVERIFY(writeFile(path, backup));
+        app()->seams.chooseOpenFile = [&path](const QString&, const QString&) {
+            return path;
+        };
+        const QString database = disk->dir.filePath("cinefita.sqlite");
+        if (fault == "read-only") {
+            // A folder's mode does not stop root, nor a connection already open: the
+            // program is given its database read-only, as a read-only folder leaves it.
+            QFile::setPermissions(disk->dir.path(), QFile::ReadOwner | QFile::ExeOwner);
+            app()->database = std::make_unique<LocalDatabase>("file:" + database + "?mode=ro");
+        }
+        const Store before = app()->store;
+        std::optional<QByteArray> state, previous;
+        {
+            RawDatabase raw(database);
+            state = raw.payload("state");
+            previous = raw.payload("previous_state");
+        }
+
+        DialogSequence dialogs({enter, enter});
+        disk->press(Qt::Key_R, Qt::ControlModifier);
+        QFile::setPermissions(disk->dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QCOMPARE(dialogs.titles(), titles);
+
+        RawDatabase raw(database);
+        if (!fault.isEmpty()) {
+            QCOMPARE(app()->store, before);
+            QCOMPARE(raw.payload("state"), state);
+            QCOMPARE(raw.payload("previous_state"), previous);
+            return;
+        }
+        QCOMPARE(app()->store.locadoraName, other.locadoraName);
+        QCOMPARE(raw.payload("previous_state"), state);
+        QCOMPARE(disk->saved(), app()->store);
+    }
+
+private:
+    App* app() const { return disk->app.app.get(); }
+
+    // The first row of the list the key opens, opened with Return (SELECIONAR).
+    void openFirstRecord(Qt::Key functionKey) {
+        disk->press(functionKey);
+        QVERIFY(disk->tabTo(app()->table));
+        disk->press(Qt::Key_Down);
+        disk->press(Qt::Key_Up); // the table may come with its first row current but not selected
+        disk->press(Qt::Key_Return);
+        QVERIFY(app()->screen.formView != nullptr);
+    }
+
+    QStringList shownButtons() const {
+        QStringList shown;
+        for (const DOSButton* button : app()->screen.tabs + app()->screen.actionButtons)
+            shown.append(button->text());
+        return shown;
+    }
+
+    void openHistory() {
+        QVERIFY(disk->tabTo(disk->button("HISTÓRICO")));
+        disk->press(Qt::Key_Space);
+        QVERIFY(app()->screen.history != nullptr);
+    }
+
+    // The one open rental chosen on the rented list and taken to the returns list.
+    void toReturnsList() {
+        disk->press(Qt::Key_F5);
+        QVERIFY(disk->tabTo(app()->table));
+        disk->press(Qt::Key_Down);
+        DialogAnswerer details(enter); // DEVOLUÇÃO
+        disk->press(Qt::Key_Return);
+        QCOMPARE(app()->section, int(Section::returns));
+    }
+
+    void pressSpecialReturn() {
+        QVERIFY(disk->tabTo(disk->button("DEVOLUÇÃO ESPECIAL")));
+        disk->press(Qt::Key_Space);
+    }
+
+    std::unique_ptr<ShopOnDisk> disk;
+};
+
+QTEST_MAIN(HistoryScreensTest)
+#include "test_history_screens.moc"
