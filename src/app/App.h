@@ -1,5 +1,7 @@
 #pragma once
 
+#include "counter/Basket.h"
+#include "counter/ScanTarget.h"
 #include "lists/ListCache.h"
 #include "lists/Sections.h"
 #include "records/Instant.h"
@@ -38,6 +40,7 @@ class ListModel;
 class LocalDatabase;
 class MatchList;
 class RecordForm;
+class ScanFilter;
 class SplashView;
 
 // The widgets of the screen on show that the controller keeps a hand on. Every
@@ -52,6 +55,7 @@ struct ScreenWidgets {
     RecordForm* formView = nullptr;
     MatchList* filmMatches = nullptr;   // rental screen only
     MatchList* clientMatches = nullptr; // rental screen only
+    QWidget* basketList = nullptr;      // rental screen only: its tapes, shown from two on
 };
 
 // What tests and the preview replace: the clock, the file choosers, the print
@@ -131,6 +135,8 @@ public:
     std::optional<QString> editID;
     std::optional<QString> rentalFilm;
     std::optional<QString> rentalCustomer;
+    QList<BasketTape> rentalTapes;    // a rental of several tapes; empty for one
+    ScanFilter* scanFilter = nullptr; // the barcode scanner's part of the key filter
     QStringList filteredIDs;
     std::unique_ptr<LocalDatabase> database;
     QTimer* blinkTimer = nullptr;
@@ -171,6 +177,9 @@ private:
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool mainKey(QKeyEvent* event);
     bool shouldFinalizeRecord(const QKeyEvent* event) const;
+    void installScanFilter();            // AppCounter.cpp
+    void actOnScan(const QString& code); // AppCounter.cpp
+    void returnByScan(const ScanReturn& target);
     bool handleKeyboard(QKeyEvent* event, const QList<QWidget*>& controls, QWidget* inWindow);
     QList<QWidget*> ringControls(bool shownOnlyToo) const;
     QWidget* ringStepFromShownOnly(const QKeyEvent* event) const;
@@ -222,6 +231,7 @@ private:
     bool blinkOn = false;
     ListCache listCache;
     ListModel* listModel = nullptr;
+    ScanReader scanReader;
 
     QStringList arguments;
     QStackedWidget* content = nullptr;
