@@ -1,6 +1,7 @@
 // Prints how long the counter takes to read a scanned code on a shop that has run
 // for years: the first scan after a change (the lookups built anew) and the scans
-// that follow, median and worst per kind of code.
+// that follow, median and worst per kind of code; then the same scans through the
+// program's window (bench_counter_screens.cpp).
 #include "counter/ScanTarget.h"
 #include "records/Codes.h"
 
