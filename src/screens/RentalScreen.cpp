@@ -105,6 +105,7 @@ RentalScreen::RentalScreen(ScreenHost& host, std::optional<QString>& rentalFilm,
             return;
         m_film = chosen->id;
         m_dropped.reset();
+        m_typedChoice = false;
         setCode(filmCode(*chosen));
         setText(m_form, QStringLiteral("film"), chosen->title);
         m_filmMatches->hide();
@@ -175,9 +176,11 @@ void RentalScreen::controlTextDidChange(QLineEdit* field) {
     case filmCodeTag:
     case filmTitleTag: {
         const bool byCode = fieldTag(field) == filmCodeTag;
-        // Typing over a chosen tape's code may be the next tape of the same rental.
-        if (byCode && m_film && m_tapes.isEmpty() && !m_dropped)
+        // Typing over the code of a tape chosen before (not one met on the way while
+        // typing this code) may be the next tape of the same rental.
+        if (byCode && m_film && !m_typedChoice && m_tapes.isEmpty() && !m_dropped)
             m_dropped = BasketTape{*m_film, requestedCopy(m_codeShown)};
+        m_typedChoice = byCode;
         if (byCode)
             m_codeShown = text;
         else
@@ -344,6 +347,7 @@ void RentalScreen::chooseTape(const BasketTape& tape) {
         return;
     m_film = chosen->id;
     m_dropped.reset();
+    m_typedChoice = false;
     setCode(tape.copy ? copyCode(chosen->code, *tape.copy) : filmCode(*chosen));
     setText(m_form, QStringLiteral("film"), chosen->title);
     m_filmMatches->hide();
@@ -478,6 +482,7 @@ RentalScreen::Typed RentalScreen::typed() const {
     Typed typed{.film = m_film,
                 .customer = m_customer,
                 .dropped = m_dropped,
+                .typedChoice = m_typedChoice,
                 .filmListShown = !m_filmMatches->isHidden(),
                 .clientListShown = !m_clientMatches->isHidden()};
     for (auto it = m_form->fields().cbegin(); it != m_form->fields().cend(); ++it)
@@ -493,6 +498,7 @@ void RentalScreen::restore(const Typed& typed) {
     m_film = typed.film;
     m_customer = typed.customer;
     m_dropped = typed.dropped;
+    m_typedChoice = typed.typedChoice;
     m_filmMatches->setVisible(typed.filmListShown);
     m_clientMatches->setVisible(typed.clientListShown);
 }

@@ -56,6 +56,7 @@ public:
         QMap<QString, QString> texts;
         std::optional<QString> film, customer;
         std::optional<BasketTape> dropped;
+        bool typedChoice = false;
         bool filmListShown = false, clientListShown = false;
     };
     Typed typed() const;
@@ -87,6 +88,7 @@ private:
     QList<BasketTape>& m_tapes;          // two or more: the rental is of these tapes
     std::optional<BasketTape> m_dropped; // the tape chosen before CÓDIGO was typed over
     QString m_codeShown;                 // CÓDIGO as it was before the latest edit
+    bool m_typedChoice = false;          // the film was chosen by typing its code
     MatchList* m_basket = nullptr;
     QLabel* m_basketTotal = nullptr;
 };
