@@ -36,10 +36,11 @@ fuzz:
 
 bench: deps
 	cmake --preset release
-	cmake --build --preset release --target cinefita_bench cinefita_bench_lists cinefita_bench_documents
+	cmake --build --preset release --target cinefita_bench cinefita_bench_lists cinefita_bench_documents cinefita_bench_counter
 	./build/release/bench/cinefita_bench_lists
 	./build/release/bench/cinefita_bench_documents
 	./build/release/bench/cinefita_bench
+	./build/release/bench/cinefita_bench_counter
 
 # The Debian package: only the program, its icons and its documents (manual page,
 # changelog, picture of the window) are built, then CPack collects the installation

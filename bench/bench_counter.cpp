@@ -1,6 +1,7 @@
 // Prints how long the counter takes to read a scanned code on a shop that has run
 // for years: the first scan after a change (the lookups built anew) and the scans
-// that follow, median and worst per kind of code.
+// that follow, median and worst per kind of code; then the same scans through the
+// program's window (bench_counter_screens.cpp).
 #include "counter/ScanTarget.h"
 #include "records/Codes.h"
 
@@ -71,6 +72,8 @@ template <typename Kind> int count(const QList<ScanTarget>& targets) {
 
 } // namespace
 
+void screenTimes(const Store& store, const QStringList& returns, const QStringList& shelf); // bench_counter_screens.cpp
+
 int main() {
     const Store store = yearsOfBusiness();
     std::printf("Shop: %d films, %d customers, %d rentals\n", filmCount, customerCount, rentalCount);
@@ -122,5 +125,16 @@ int main() {
                     name, median(times), worst(times), count<ScanReturn>(targets), count<ScanRent>(targets),
                     count<ScanCustomer>(targets), count<ScanFilm>(targets), count<RuleRefusal>(targets));
     }
+
+    // The same scans through the running program, 21 of each.
+    QStringList returns, shelf;
+    for (int i = 0; returns.size() < 21 || shelf.size() < 21; ++i) {
+        const QString out = kinds.at(0).second(i * 37), onShelf = kinds.at(1).second(i * 11);
+        if (returns.size() < 21 && std::holds_alternative<ScanReturn>(reader.read(store, out, now)))
+            returns.append(out);
+        if (shelf.size() < 21 && std::holds_alternative<ScanRent>(reader.read(store, onShelf, now)))
+            shelf.append(onShelf);
+    }
+    screenTimes(store, returns, shelf);
     return 0;
 }

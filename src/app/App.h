@@ -1,5 +1,7 @@
 #pragma once
 
+#include "counter/Basket.h"
+#include "counter/ScanTarget.h"
 #include "lists/ListCache.h"
 #include "lists/Sections.h"
 #include "print/Receipt.h"
@@ -40,6 +42,7 @@ class ListModel;
 class LocalDatabase;
 class MatchList;
 class RecordForm;
+class ScanFilter;
 class SplashView;
 
 // The widgets of the screen on show that the controller keeps a hand on. Every
@@ -55,6 +58,7 @@ struct ScreenWidgets {
     MatchList* filmMatches = nullptr;   // rental screen only
     MatchList* clientMatches = nullptr; // rental screen only
     HistoryScreen* history = nullptr;   // a record's history: the list table shows its rows
+    QWidget* basketList = nullptr;      // rental screen only: its tapes, shown from two on
 };
 
 // What tests and the preview replace: the clock, the file choosers, the print
@@ -136,6 +140,8 @@ public:
     std::optional<QString> editID;
     std::optional<QString> rentalFilm;
     std::optional<QString> rentalCustomer;
+    QList<BasketTape> rentalTapes;    // a rental of several tapes; empty for one
+    ScanFilter* scanFilter = nullptr; // the barcode scanner's part of the key filter
     QStringList filteredIDs;
     std::unique_ptr<LocalDatabase> database;
     QTimer* blinkTimer = nullptr;
@@ -177,6 +183,9 @@ private:
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool mainKey(QKeyEvent* event);
     bool shouldFinalizeRecord(const QKeyEvent* event) const;
+    void installScanFilter();            // AppCounter.cpp
+    void actOnScan(const QString& code); // AppCounter.cpp
+    void returnByScan(const ScanReturn& target);
     bool handleKeyboard(QKeyEvent* event, const QList<QWidget*>& controls, QWidget* inWindow);
     QList<QWidget*> ringControls(bool shownOnlyToo) const;
     QWidget* ringStepFromShownOnly(const QKeyEvent* event) const;
@@ -233,6 +242,7 @@ private:
     bool blinkOn = false;
     ListCache listCache;
     ListModel* listModel = nullptr;
+    ScanReader scanReader;
 
     QStringList arguments;
     QStackedWidget* content = nullptr;

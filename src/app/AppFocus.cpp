@@ -94,6 +94,8 @@ QList<QWidget*> App::ringControls(bool shownOnlyToo) const {
         for (QWidget* control : shownOnlyToo ? screen.formView->views() : screen.formView->controls())
             if (shownOnlyToo || !isReadOnlyText(control))
                 ring.append(control);
+    if (shown(screen.basketList))
+        ring.append(screen.basketList);
     // Record screens take the table off the screen; a ring stop that cannot take focus would stall Tab.
     if (section != Section::rental && section != Section::help && shown(table))
         ring.append(table);

@@ -1,5 +1,6 @@
 #include "app/App.h"
 
+#include "app/ScanFilter.h"
 #include "app/ShellViews.h"
 #include "look/DOSButton.h"
 #include "look/DOSField.h"
@@ -96,6 +97,9 @@ bool App::eventFilter(QObject* watched, QEvent* event) {
         key->ignore();
         return true;
     }
+    // A barcode scan is taken away before any key of it acts, on the splash too.
+    if (scanFilter != nullptr && scanFilter->keyPress(key))
+        return true;
     if (showingSplash) {
         if (key->key() == Qt::Key_Escape) {
             exitProgram();

@@ -31,16 +31,14 @@ void App::printLabels() {
         return;
     }
     const auto answers =
-        form(QStringLiteral("TAMANHO DA ETIQUETA (mm)"),
-             {{QStringLiteral("LARGURA"), proposedLabelWidth(*film)}, {QStringLiteral("ALTURA"), QStringLiteral("18")}},
-             QStringLiteral("IMPRIMIR"));
+        form(QStringLiteral("TAMANHO DA ETIQUETA (mm)"), labelFormFields(*film), QStringLiteral("IMPRIMIR"));
     if (!answers)
         return;
-    // A size that does not fit the barcode or the sheet prints nothing, without a word.
-    const std::optional<LabelSize> size = chosenLabelSize(answers->at(0), answers->at(1), *film);
-    if (!size)
+    // A size that does not fit, a place off the sheet or copies the film does not have print nothing, without a word.
+    const std::optional<LabelSheet> sheet = chosenLabelSheet(*answers, *film);
+    if (!sheet)
         return;
-    openPrint(labelDocument({*film}, locadoraName(), size->width, size->height), QString::fromLatin1(labelsPageName));
+    openPrint(labelDocument(*film, locadoraName(), *sheet), QString::fromLatin1(labelsPageName));
 }
 
 std::optional<Customer> App::memberToPrint() const {

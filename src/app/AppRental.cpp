@@ -8,10 +8,11 @@
 // commands on to it.
 
 void App::rentalScreen() {
-    rental = new RentalScreen(*this, rentalFilm, rentalCustomer);
+    rental = new RentalScreen(*this, rentalFilm, rentalCustomer, rentalTapes);
     screen.formView = rental->formView();
     screen.filmMatches = rental->filmMatches();
     screen.clientMatches = rental->clientMatches();
+    screen.basketList = rental->basketList();
 }
 
 void App::controlTextDidChange(QLineEdit* field) {

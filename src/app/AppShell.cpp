@@ -130,6 +130,7 @@ void App::launch() {
     tableColours.setColor(QPalette::Base, DOS::blue());
     table->setPalette(tableColours);
     qApp->installEventFilter(this);
+    installScanFilter();
     observeEditing();
     render();
     showSplash();

@@ -1,6 +1,7 @@
 #include "screens/RentalScreen.h"
 
 #include "lists/Sections.h"
+#include "look/DOSButton.h"
 #include "look/DOSField.h"
 #include "print/Receipt.h"
 #include "records/Codes.h"
@@ -12,7 +13,10 @@
 #include "widgets/MatchList.h"
 #include "widgets/RecordForm.h"
 
+#include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
+#include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <functional>
@@ -68,8 +72,9 @@ int RentalScreen::fieldTag(const QWidget* view) {
     return view != nullptr ? view->property(tagProperty).toInt() : 0;
 }
 
-RentalScreen::RentalScreen(ScreenHost& host, std::optional<QString>& rentalFilm, std::optional<QString>& rentalCustomer)
-    : m_host(host), m_film(rentalFilm), m_customer(rentalCustomer), m_form(new RecordForm) {
+RentalScreen::RentalScreen(ScreenHost& host, std::optional<QString>& rentalFilm, std::optional<QString>& rentalCustomer,
+                           QList<BasketTape>& rentalTapes)
+    : m_host(host), m_film(rentalFilm), m_customer(rentalCustomer), m_form(new RecordForm), m_tapes(rentalTapes) {
     setParent(m_form);
     const std::optional<Film> rented = m_film ? film(host.shop(), *m_film) : std::nullopt;
     const std::optional<Customer> renter = m_customer ? customer(host.shop(), *m_customer) : std::nullopt;
@@ -100,7 +105,9 @@ RentalScreen::RentalScreen(ScreenHost& host, std::optional<QString>& rentalFilm,
         if (!chosen)
             return;
         m_film = chosen->id;
-        setText(m_form, QStringLiteral("code"), filmCode(*chosen));
+        m_dropped.reset();
+        m_typedChoice = false;
+        setCode(filmCode(*chosen));
         setText(m_form, QStringLiteral("film"), chosen->title);
         m_filmMatches->hide();
         updateRentalDue();
@@ -122,6 +129,18 @@ RentalScreen::RentalScreen(ScreenHost& host, std::optional<QString>& rentalFilm,
     addField(QStringLiteral("due"), QStringLiteral("DEVOLUÇÃO"), dateTimeText(now.plusSeconds(catalogueSeconds)), false,
              0);
     addField(QStringLiteral("fine"), QStringLiteral("MULTA/DIA R$"), QStringLiteral("2,00"), true, 0);
+    m_codeShown = form->value(QStringLiteral("code"));
+    connect(form->fields().value(QStringLiteral("code")), &QLineEdit::returnPressed, this, &RentalScreen::codeEntered);
+
+    // The tapes of a rental of several, with their total, under the form.
+    m_basket = new MatchList;
+    m_basket->list()->setObjectName(QStringLiteral("tapes"));
+    m_basket->list()->installEventFilter(this);
+    m_basketTotal = host.label(QString());
+    auto* rows = static_cast<QVBoxLayout*>(form->layout());
+    rows->addWidget(m_basket);
+    rows->addWidget(m_basketTotal);
+    showTapes();
 
     host.addBody(form);
     host.spacer();
@@ -158,8 +177,18 @@ void RentalScreen::controlTextDidChange(QLineEdit* field) {
     case filmCodeTag:
     case filmTitleTag: {
         const bool byCode = fieldTag(field) == filmCodeTag;
+        // Typing over the code of a tape chosen before (not one met on the way while
+        // typing this code) may be the next tape of the same rental.
+        if (byCode && m_film && !m_typedChoice && m_tapes.isEmpty() && !m_dropped)
+            m_dropped = BasketTape{*m_film, requestedCopy(m_codeShown)};
+        m_typedChoice = byCode;
+        if (byCode)
+            m_codeShown = text;
+        else
+            setCode(QString());
         m_film.reset();
-        setText(form, byCode ? QStringLiteral("film") : QStringLiteral("code"), QString());
+        if (byCode)
+            setText(form, QStringLiteral("film"), QString());
         const QList<Film> available = filmsOnShelf(store);
         const QList<Film> candidates =
             byCode ? filmsWithCode(available, numericCode(text)) : matchingFilms(available, text);
@@ -216,9 +245,13 @@ void RentalScreen::clearRental() {
         focused->clearFocus();
     m_film.reset();
     m_customer.reset();
+    m_tapes.clear();
+    m_dropped.reset();
     m_host.clearSearch();
     for (DOSField* field : m_form->fields())
         field->clear();
+    m_codeShown.clear();
+    showTapes();
     for (MatchList* matches : {m_filmMatches, m_clientMatches}) {
         matches->set({});
         matches->hide();
@@ -252,8 +285,12 @@ void RentalScreen::finalizeRental() {
             m_customer = candidates.first().id;
     }
 
-    const QString filmID = m_film.value_or(QString());
     const QString customerID = m_customer.value_or(QString());
+    if (m_tapes.size() > 1) {
+        finalizeTapes(customerID);
+        return;
+    }
+    const QString filmID = m_film.value_or(QString());
     if (const std::optional<RuleRefusal> refusal = rentalChoiceRefusal(store, filmID, customerID)) {
         m_host.alert(refusal->title, refusal->text);
         return;
@@ -285,4 +322,187 @@ void RentalScreen::finalizeRental() {
     ScreenHost& host = m_host;
     host.navigate(Section::rented); // the redraw deletes this screen: nothing of it is used after
     host.rememberCounterAct(act);
+}
+
+// ---- Several tapes in one rental ------------------------------------------------
+
+QWidget* RentalScreen::basketList() const {
+    return m_basket->list();
+}
+
+void RentalScreen::setCode(const QString& text) {
+    setText(m_form, QStringLiteral("code"), text);
+    m_codeShown = text;
+}
+
+DOSButton* RentalScreen::saveButton() const {
+    // The body may still hold the hidden action row of the screen drawn before this one.
+    QWidget* body = m_form->parentWidget();
+    for (DOSButton* button : body != nullptr ? body->findChildren<DOSButton*>() : QList<DOSButton*>())
+        if (button->text() == QStringLiteral("SALVAR") && button->isVisibleTo(body))
+            return button;
+    return nullptr;
+}
+
+// The one tape of a rental, in the fields as if picked from the list.
+void RentalScreen::chooseTape(const BasketTape& tape) {
+    const std::optional<Film> chosen = film(m_host.shop(), tape.film);
+    if (!chosen)
+        return;
+    m_film = chosen->id;
+    m_dropped.reset();
+    m_typedChoice = false;
+    setCode(tape.copy ? copyCode(chosen->code, *tape.copy) : filmCode(*chosen));
+    setText(m_form, QStringLiteral("film"), chosen->title);
+    m_filmMatches->hide();
+    updateRentalDue();
+}
+
+void RentalScreen::takeTape(const Film& film, std::optional<qint64> copy) {
+    const BasketTape tape{film.id, copy};
+    if (m_tapes.isEmpty() && !m_film) {
+        chooseTape(tape);
+    } else {
+        if (m_tapes.isEmpty())
+            m_tapes.append(BasketTape{*m_film, requestedCopy(m_form->value(QStringLiteral("code")))});
+        m_tapes.append(tape);
+        m_film.reset();
+        m_dropped.reset();
+        setCode(QString());
+        setText(m_form, QStringLiteral("film"), QString());
+        m_filmMatches->hide();
+        showTapes();
+    }
+    afterTape();
+}
+
+// After each tape the operator is led to what the rental still needs.
+void RentalScreen::afterTape() {
+    if (m_customer)
+        m_host.focus(saveButton());
+    else
+        m_host.focus(m_form->fields().value(QStringLiteral("clientCode")));
+}
+
+void RentalScreen::chooseCustomer(const Customer& customer) {
+    m_customer = customer.id;
+    setText(m_form, QStringLiteral("clientCode"), customerCode(customer));
+    setText(m_form, QStringLiteral("client"), customer.name);
+    m_clientMatches->hide();
+    m_host.focus(m_form->fields().value(QStringLiteral("code")));
+}
+
+// Return in CÓDIGO on a typed copy code adds it to the rental's tapes when another
+// tape was chosen before; with one tape Return does nothing, as before.
+void RentalScreen::codeEntered() {
+    const QString text = m_form->value(QStringLiteral("code"));
+    const std::optional<qint64> copy = requestedCopy(text);
+    if (!m_film || !copy || (m_tapes.isEmpty() && !m_dropped))
+        return;
+    const BasketTape tape{*m_film, copy};
+    if (m_tapes.isEmpty())
+        m_tapes.append(*m_dropped);
+    m_tapes.append(tape);
+    m_film.reset();
+    m_dropped.reset();
+    setCode(QString());
+    setText(m_form, QStringLiteral("film"), QString());
+    m_filmMatches->hide();
+    showTapes();
+    afterTape();
+}
+
+void RentalScreen::showTapes() {
+    const bool several = m_tapes.size() > 1;
+    m_basket->setVisible(several);
+    m_basketTotal->setVisible(several);
+    if (!several)
+        return;
+    const Instant start = parseDateTime(m_form->value(QStringLiteral("start"))).value_or(m_host.now());
+    const QList<BasketLine> lines = basketLines(m_host.shop(), m_tapes, start);
+    QList<MatchItem> items;
+    for (const BasketLine& line : lines)
+        items.append({line.copyCode, line.copyCode + separator + line.title + separator + dateTimeText(line.due) +
+                                         separator + money(line.price)});
+    m_basket->set(items);
+    m_basketTotal->setText(QStringLiteral("%1 FITAS — TOTAL ").arg(lines.size()) + money(basketTotal(lines)));
+}
+
+void RentalScreen::removeSelectedTape() {
+    const QModelIndexList selected = m_basket->list()->selectionModel()->selectedRows();
+    if (selected.isEmpty() || selected.first().row() >= m_tapes.size())
+        return;
+    const int row = selected.first().row();
+    m_tapes.removeAt(row);
+    if (m_tapes.size() == 1) {
+        // Back to a rental of one tape, in the fields as the screen always shows it.
+        const BasketTape last = m_tapes.takeFirst();
+        showTapes();
+        chooseTape(last);
+        m_host.focus(m_form->fields().value(QStringLiteral("code")));
+        return;
+    }
+    showTapes();
+    m_basket->list()->selectRow(std::min(row, int(m_tapes.size()) - 1));
+}
+
+bool RentalScreen::eventFilter(QObject* watched, QEvent* event) {
+    if (m_basket != nullptr && watched == m_basket->list() && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete) {
+        removeSelectedTape();
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void RentalScreen::finalizeTapes(const QString& customerID) {
+    const Store& store = m_host.shop();
+    const std::optional<Instant> start = parseDateTime(m_form->value(QStringLiteral("start")));
+    const std::optional<qint64> finePerDay = cents(m_form->value(QStringLiteral("fine")));
+    if (!customerID.isEmpty() && (!start || !finePerDay)) {
+        m_host.alert(QStringLiteral("Data ou multa inválida"),
+                     QStringLiteral("Use datas no formato dd/mm/aaaa. A devolução não pode ser anterior à locação."));
+        return;
+    }
+    const Ruled<Store> rented = basketRentedStore(store, {.tapes = m_tapes,
+                                                          .customer = customerID,
+                                                          .start = start.value_or(m_host.now()),
+                                                          .finePerDay = finePerDay.value_or(0)});
+    if (const auto* refusal = std::get_if<RuleRefusal>(&rented)) {
+        m_host.alert(refusal->title, refusal->text);
+        return;
+    }
+    if (!m_host.commit(std::get<Store>(rented)))
+        return;
+    m_film.reset();
+    m_customer.reset();
+    m_tapes.clear();
+    m_host.navigate(Section::rented); // the last thing: the redraw deletes this screen
+}
+
+// ---- What a scan typed into a field must not leave behind ------------------------
+
+RentalScreen::Typed RentalScreen::typed() const {
+    Typed typed{.film = m_film,
+                .customer = m_customer,
+                .dropped = m_dropped,
+                .typedChoice = m_typedChoice,
+                .filmListShown = !m_filmMatches->isHidden(),
+                .clientListShown = !m_clientMatches->isHidden()};
+    for (auto it = m_form->fields().cbegin(); it != m_form->fields().cend(); ++it)
+        typed.texts.insert(it.key(), it.value()->text());
+    return typed;
+}
+
+void RentalScreen::restore(const Typed& typed) {
+    for (auto it = typed.texts.cbegin(); it != typed.texts.cend(); ++it)
+        if (DOSField* field = m_form->fields().value(it.key()); field != nullptr && field->text() != it.value())
+            field->setText(it.value());
+    m_codeShown = typed.texts.value(QStringLiteral("code"));
+    m_film = typed.film;
+    m_customer = typed.customer;
+    m_dropped = typed.dropped;
+    m_typedChoice = typed.typedChoice;
+    m_filmMatches->setVisible(typed.filmListShown);
+    m_clientMatches->setVisible(typed.clientListShown);
 }

@@ -151,7 +151,7 @@ private slots:
             QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
         });
         QCOMPARE(seen.title + " " + seen.buttons.first(), QStringLiteral("TAMANHO DA ETIQUETA (mm) IMPRIMIR"));
-        QCOMPARE(proposed, QStringList({"70", "18"}));
+        QCOMPARE(proposed, QStringList({"70", "18", "1", "TODOS"}));
         QCOMPARE(opened, heading.isEmpty() ? QStringList{} : QStringList{"Etiquetas-VHS.html"});
         const QString page = fileText(disk->dir.filePath("Impressos/Etiquetas-VHS.html"));
         QVERIFY(page.contains(heading));
