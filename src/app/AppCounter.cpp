@@ -138,5 +138,6 @@ void App::returnByScan(const ScanReturn& target) {
         if (focused != nullptr && focused->isVisible())
             focus(focused);
     }
+    rememberCounterAct(returnAct(target.rental.id));
     status->setText(returnedStatus(target));
 }

@@ -472,12 +472,16 @@ void RentalScreen::finalizeTapes(const QString& customerID) {
         m_host.alert(refusal->title, refusal->text);
         return;
     }
-    if (!m_host.commit(std::get<Store>(rented)))
+    const Store& changed = std::get<Store>(rented);
+    const CounterAct act = rentalAct(store, changed);
+    if (!m_host.commit(changed))
         return;
     m_film.reset();
     m_customer.reset();
     m_tapes.clear();
-    m_host.navigate(Section::rented); // the last thing: the redraw deletes this screen
+    ScreenHost& host = m_host;
+    host.navigate(Section::rented); // the redraw deletes this screen: nothing of it is used after
+    host.rememberCounterAct(act);
 }
 
 // ---- What a scan typed into a field must not leave behind ------------------------
