@@ -1,14 +1,10 @@
 #include "counter/ScanTarget.h"
-#include "records/DateText.h"
 #include "records/MoneyText.h"
+#include "support/Dates.h"
 
 #include <QTest>
 
 namespace {
-
-Instant at(const QString& text) {
-    return parseDateTime(text).value();
-}
 
 const Instant now = at("15/10/2026 12:00");
 

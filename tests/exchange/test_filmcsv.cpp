@@ -3,6 +3,7 @@
 #include "files/FileWriting.h"
 #include "records/FilmCSVError.h"
 #include "support/Failures.h"
+#include "support/Files.h"
 
 #include <QtTest>
 
@@ -187,9 +188,7 @@ private slots:
         bytes += QByteArray((1 << 20) - before - bytes.size(), 'p') + inside + "\"\r\nDepois;;\r\n";
         QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("filmes.csv"));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-        file.close();
+        QVERIFY(writeFile(path, bytes));
 
         Store store;
         store.films.append(Film{"old", "Velho", "", 1, 500, 1});

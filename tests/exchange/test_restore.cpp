@@ -1,17 +1,13 @@
 #include "exchange/BackupRestore.h"
 #include "exchange/ScreenExport.h"
-#include "records/DateText.h"
 #include "records/FilmCSVError.h"
 #include "records/StoreJSON.h"
+#include "support/Dates.h"
 #include "support/Files.h"
 
 #include <QtTest>
 
 namespace {
-
-Instant at(const QString& text) {
-    return parseDateTime(text).value();
-}
 
 // Ready as start-up leaves a store: codes, baseline. The later rental is listed first.
 Store sample() {

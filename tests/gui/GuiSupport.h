@@ -15,6 +15,7 @@
 #include <QTest>
 #include <QTimer>
 #include <functional>
+#include <list>
 #include <memory>
 
 // What a styled dialog showed before the test answered it.
@@ -75,6 +76,31 @@ private:
     SeenDialog m_seen;
 };
 
+// Answers the dialogs to come, one answer each, in order, and notes their titles.
+class DialogSequence {
+public:
+    explicit DialogSequence(QList<DialogAnswerer::Answer> answers) : m_answers(std::move(answers)) { next(); }
+    const QStringList& titles() const { return m_titles; }
+
+private:
+    void next() {
+        if (m_step >= m_answers.size())
+            return;
+        DialogAnswerer::Answer answer = m_answers.at(m_step++);
+        // The next one waits before this dialog closes, so no dialog goes unanswered.
+        m_waiting.push_back(std::make_unique<DialogAnswerer>([this, answer](StyledDialog* dialog) {
+            m_titles.append(dialog->title());
+            next();
+            answer(dialog);
+        }));
+    }
+
+    QList<DialogAnswerer::Answer> m_answers;
+    qsizetype m_step = 0;
+    std::list<std::unique_ptr<DialogAnswerer>> m_waiting;
+    QStringList m_titles;
+};
+
 // A controller over a test data folder with a fixed clock; quitting is only noted.
 struct TestApp {
     explicit TestApp(const QString& folder, Instant now = Instant{800000000}) : app(std::make_unique<App>()) {
@@ -103,6 +129,20 @@ struct TestApp {
 inline void typeText(QWidget* target, const QString& text) {
     for (QChar letter : text)
         QTest::sendKeyEvent(QTest::Click, target, Qt::Key_unknown, QString(letter), Qt::NoModifier);
+}
+
+// Fills a dialog's form fields in order, by keys, and confirms it with Return.
+inline DialogAnswerer::Answer fillForm(const QStringList& values) {
+    return [values](StyledDialog* dialog) {
+        for (qsizetype i = 0; i < values.size(); ++i) {
+            if (i > 0)
+                QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+            QTest::keyClick(dialog->focusWidget(), Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(dialog->focusWidget(), Qt::Key_Backspace);
+            typeText(dialog->focusWidget(), values.at(i));
+        }
+        QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+    };
 }
 
 // A data folder holding a store, and the program over it.

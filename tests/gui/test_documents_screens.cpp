@@ -5,8 +5,8 @@
 #include "print/CashClosingPage.h"
 #include "records/CashDay.h"
 #include "records/DateText.h"
+#include "support/Files.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QLabel>
 
@@ -60,12 +60,7 @@ struct DocumentsShop : ShopOnDisk {
         return true;
     }
     // The last page opened, as written; empty when none was.
-    QByteArray lastPage() const {
-        if (opened.isEmpty())
-            return {};
-        QFile file(opened.last());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QByteArray lastPage() const { return opened.isEmpty() ? QByteArray() : fileBytes(opened.last()); }
     // From the rented list to the rewind question, by keys: Return on the row, DEVOLUÇÃO, Return, N.
     void returnByKeys(const QString& id) const {
         press(Qt::Key_F5);
@@ -215,10 +210,9 @@ private slots:
         QCOMPARE(shop.lastPage(), page);
         QCOMPARE(shop.proposedNames, button == 1 ? QStringList{written} : QStringList{});
         if (!written.isEmpty()) {
-            QFile file(button == 0 ? shop.opened.value(0) : shop.dir.filePath(written));
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            QCOMPARE(QFileInfo(file).fileName(), written);
-            QCOMPARE(file.readAll(), button == 0 ? page : cashDayCSV(expected).toUtf8());
+            const QString path = button == 0 ? shop.opened.value(0) : shop.dir.filePath(written);
+            QCOMPARE(QFileInfo(path).fileName(), written);
+            QCOMPARE(fileBytes(path), button == 0 ? page : cashDayCSV(expected).toUtf8());
         }
     }
 };

@@ -87,7 +87,6 @@ private slots:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QStringList>("codes");
         QTest::newRow("situation") << int(Section::rented) << "débito" << QStringList{"COD-0001"};
-        QTest::newRow("missing film") << int(Section::rented) << "—" << QStringList{"—"};
     }
     void searchFollowsKeys() {
         QFETCH(int, section);

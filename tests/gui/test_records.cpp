@@ -110,17 +110,9 @@ private slots:
         QVERIFY(app()->store.customers.first().deleted.value_or(false));
 
         const auto restore = [this](const QString& kind, const QString& code) {
-            std::unique_ptr<DialogAnswerer> notFound;
-            DialogAnswerer answerer([&](StyledDialog* dialog) {
-                QTest::keyClick(dialog->focusWidget(), Qt::Key_A, Qt::ControlModifier);
-                QTest::keyClicks(dialog->focusWidget(), kind);
-                QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
-                QTest::keyClicks(dialog->focusWidget(), code);
-                notFound = std::make_unique<DialogAnswerer>(DialogAnswerer::pressKey(Qt::Key_Return));
-                QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
-            });
+            DialogSequence dialogs({fillForm({kind, code}), DialogAnswerer::pressKey(Qt::Key_Return)});
             app()->restoreRecord();
-            return notFound->seen().title;
+            return dialogs.titles().value(1);
         };
         QCOMPARE(restore("FILME", "12"), QStringLiteral("Não encontrado"));
         QCOMPARE(restore("cliente", "0012"), QString());

@@ -1,14 +1,10 @@
-#include "records/DateText.h"
 #include "records/History.h"
 #include "records/SpecialReturn.h"
+#include "support/Dates.h"
 
 #include <QTest>
 
 namespace {
-
-Instant at(const QString& text) {
-    return parseDateTime(text).value();
-}
 
 Rental rental(const QString& id, const QString& film, const QString& customer, std::optional<qint64> copy,
               const QString& start, const QString& due) {

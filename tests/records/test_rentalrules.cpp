@@ -1,6 +1,6 @@
-#include "records/DateText.h"
 #include "records/FilmCSVError.h"
 #include "records/RentalRules.h"
+#include "support/Dates.h"
 #include "support/Zones.h"
 
 #include <QTest>
@@ -9,10 +9,6 @@
 namespace {
 
 constexpr qint64 none = -1; // stands for an absent copy in the tables
-
-Instant at(const QString& text) {
-    return parseDateTime(text).value();
-}
 
 Rental rental(const QString& id, const QString& film, qint64 copy, bool open = true) {
     Rental r{.id = id, .film = film, .customer = "c1", .due = at("10/10/2026 18:00"), .finePerDay = 300};

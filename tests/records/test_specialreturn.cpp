@@ -1,15 +1,11 @@
-#include "records/DateText.h"
 #include "records/FilmCSVError.h"
 #include "records/SpecialReturn.h"
+#include "support/Dates.h"
 #include "support/Zones.h"
 
 #include <QTest>
 
 namespace {
-
-Instant at(const QString& text) {
-    return parseDateTime(text).value();
-}
 
 // One rental of "Tubarão", 3,00 a day late; the start 40 s into its minute.
 struct Shop {
