@@ -2,17 +2,12 @@
 
 #include "widgets/FocusRing.h"
 
-#include "look/DOSButton.h"
-#include "look/DOSField.h"
-
 #include <QClipboard>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QTemporaryDir>
-#include <QTest>
 
 class DialogsTest : public QObject {
     Q_OBJECT

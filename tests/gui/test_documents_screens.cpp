@@ -93,7 +93,6 @@ private slots:
         QTest::addColumn<int>("key");
         QTest::addColumn<QStringList>("actions");
         QTest::newRow("late list") << int(Qt::Key_A) << QStringList{"AVISOS", "SELECIONAR"};
-        QTest::newRow("rented list") << int(Qt::Key_F5) << QStringList{"SELECIONAR"};
         QTest::newRow("cash book") << int(Qt::Key_X) << QStringList{"LANÇAMENTO", "FECHAMENTO", "EXPORTAR CSV"};
     }
 

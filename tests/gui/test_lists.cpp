@@ -8,8 +8,6 @@
 
 #include "support/ListShop.h"
 
-#include <QTemporaryDir>
-
 namespace {
 
 const Instant now{800000000};

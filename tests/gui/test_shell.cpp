@@ -1,7 +1,6 @@
 #include "gui/GuiSupport.h"
 
 #include "look/DOS.h"
-#include "look/DOSButton.h"
 #include "look/DOSSearchField.h"
 #include "look/SplashView.h"
 #include "records/DateText.h"
@@ -12,8 +11,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QTemporaryDir>
-#include <QTest>
 
 namespace {
 

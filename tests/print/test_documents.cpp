@@ -174,15 +174,9 @@ private slots:
         QCOMPARE(cashDayCSVFileName(today), QStringLiteral("CINEFITA-caixa-2026-10-08.csv"));
     }
 
+    // The three-tape receipt is the golden page's; a return's has none.
     void receipts() {
         const Store store = shop();
-        const std::optional<Receipt> rented = receiptOf(store, threeTapes);
-        QVERIFY(rented);
-        QCOMPARE(rented->tapes.size(), 3);
-        QCOMPARE(rented->tapes[2].copyCode, QStringLiteral("COD-0003-002"));
-        QCOMPARE(rented->total, 1350);
-        QCOMPARE(rented->customerCode, QStringLiteral("CLI-0001"));
-
         const std::optional<Receipt> back = receiptOf(store, returnAct("R7"));
         QVERIFY(back);
         QCOMPARE(back->tapes[0].daysLate, 7);
@@ -194,15 +188,10 @@ private slots:
         QCOMPARE(rentalAct(Store{}, store).rentals.size(), store.rentals.size());
     }
 
+    // Order, days, totals and the returned tape left out are the golden page's;
+    // with every tape back there is no page at all.
     void notices() {
         Store store = shop();
-        const QList<OverdueNotice> notices = overdueNotices(store, now);
-        QCOMPARE(notices.size(), 2);
-        QCOMPARE(notices[0].customer.id, QStringLiteral("C2")); // oldest due first
-        QCOMPARE(notices[0].tapes[0].daysLate, 3);
-        QCOMPARE(notices[0].total, 900 + 300);
-        QCOMPARE(notices[1].tapes.size(), 1); // the returned tape is not listed
-
         for (const char* id : {"R4", "R5", "R6"})
             store = returnedStore(store, id, true, now);
         QVERIFY(!anyLateRental(store, now));
