@@ -12,6 +12,10 @@
 #include <algorithm>
 #include <cstdio>
 #include <fcntl.h>
+#include <functional>
+#include <malloc.h>
+#include <sqlite3.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
@@ -64,6 +68,102 @@ void writeSynced(const QString& path, const QByteArray& bytes) {
         std::perror("floor write");
     if (fd >= 0)
         ::close(fd);
+}
+
+long minorFaults() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_minflt;
+}
+
+// One save taken apart on a plain connection set up as LocalDatabase sets up its
+// own: each statement's time and page faults, with the two ways of copying the
+// row and of binding the payload, so each part of the gap can be told apart.
+void saveParts(const QString& path, const Store& store) {
+    QByteArray json;
+    encodeStore(store, JSONLayout::compact, json);
+    LocalDatabase(path).save(store);
+    sqlite3* db = nullptr;
+    sqlite3_open(path.toUtf8().constData(), &db);
+    sqlite3_exec(db, "PRAGMA secure_delete=FAST; PRAGMA wal_autocheckpoint=0; PRAGMA cache_size=-131072;", nullptr,
+                 nullptr, nullptr);
+    struct Step {
+        const char* name;
+        std::function<void()> work;
+    };
+    const auto run = [db](const char* sql) {
+        if (sqlite3_exec(db, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
+            std::fprintf(stderr, "%s: %s\n", sql, sqlite3_errmsg(db));
+    };
+    const auto insert = [db, &json](sqlite3_destructor_type kind) {
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(db, "INSERT OR REPLACE INTO state(id,payload) VALUES(1,?)", -1, &statement, nullptr);
+        sqlite3_bind_text(statement, 1, json.constData(), int(json.size()), kind);
+        if (sqlite3_step(statement) != SQLITE_DONE)
+            std::fprintf(stderr, "insert: %s\n", sqlite3_errmsg(db));
+        sqlite3_finalize(statement);
+    };
+    const QList<QPair<const char*, QList<Step>>> variants = {
+        {"row copied by INSERT OR REPLACE, text copied on binding",
+         {{"begin",
+           [&] {
+               run("BEGIN IMMEDIATE;");
+           }},
+          {"copy: insert or replace ... select",
+           [&] {
+               run("INSERT OR REPLACE INTO previous_state SELECT * FROM state;");
+           }},
+          {"insert, text bound transient",
+           [&] {
+               insert(SQLITE_TRANSIENT);
+           }},
+          {"commit (log written, fsync)",
+           [&] {
+               run("COMMIT;");
+           }},
+          {"checkpoint when idle",
+           [&] {
+               run("PRAGMA wal_checkpoint(PASSIVE);");
+           }}}},
+        {"row copied cell by cell, text bound in place",
+         {{"begin",
+           [&] {
+               run("BEGIN IMMEDIATE;");
+           }},
+          {"copy: delete, then insert ... select",
+           [&] {
+               run("DELETE FROM previous_state; INSERT INTO previous_state SELECT * FROM state;");
+           }},
+          {"insert, text bound static",
+           [&] {
+               insert(SQLITE_STATIC);
+           }},
+          {"commit (log written, fsync)",
+           [&] {
+               run("COMMIT;");
+           }},
+          {"checkpoint when idle",
+           [&] {
+               run("PRAGMA wal_checkpoint(PASSIVE);");
+           }}}},
+    };
+    for (const auto& [title, steps] : variants) {
+        QList<QList<double>> times(steps.size());
+        QList<QList<long>> faults(steps.size());
+        for (int round = 0; round < 7; ++round)
+            for (qsizetype i = 0; i < steps.size(); ++i) {
+                const long before = minorFaults();
+                times[i].append(millis(steps[i].work));
+                faults[i].append(minorFaults() - before);
+            }
+        std::printf("one save, %s:\n", title);
+        for (qsizetype i = 0; i < steps.size(); ++i) {
+            std::sort(times[i].begin(), times[i].end());
+            std::sort(faults[i].begin(), faults[i].end());
+            std::printf("  %-38s %8.1f ms %8ld page faults\n", steps[i].name, times[i][3], faults[i][3]);
+        }
+    }
+    sqlite3_close(db);
 }
 
 struct Figures {
@@ -125,6 +225,9 @@ int main(int argc, char** argv) {
         std::printf("%9d %10.0f %9.1f %9.1f %7.2f %14.1f %9.1f\n", rentals, last.encodeMBps, last.saveMs, last.floorMs,
                     last.saveMs / last.floorMs, last.checkpointMs, last.loadMs);
     }
+    saveParts(dir.filePath("parts.sqlite"), sampleStore(sizes.last()));
+    if (qEnvironmentVariableIsSet("CINEFITA_BENCH_PARTS_ONLY"))
+        return 0;
     // The program itself, started on a data folder holding the largest store.
     const QString folder = dir.filePath("app");
     QDir().mkpath(folder);
