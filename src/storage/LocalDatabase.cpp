@@ -122,6 +122,16 @@ void LocalDatabase::save(const Store& store) {
 }
 
 std::optional<Store> LocalDatabase::load() {
+    std::optional<Store> loaded = readState();
+    // A log left by a crash is never restarted by the idle checkpoint, so each crash
+    // after a save would add to it for good. Now that the document is read, its
+    // pages go into the file and the log starts again from nothing; should that
+    // fail (another process reading), the idle checkpoint keeps trying.
+    sqlite3_exec(db_.get(), "PRAGMA wal_checkpoint(TRUNCATE);", nullptr, nullptr, nullptr);
+    return loaded;
+}
+
+std::optional<Store> LocalDatabase::readState() {
     Statement select = prepare(db_.get(), "SELECT payload FROM state WHERE id=1", "Falha ao ler o banco.");
     const int result = sqlite3_step(select.get());
     if (result == SQLITE_DONE)
