@@ -14,11 +14,11 @@ test: deps
 	cmake --build --preset asan
 	ctest --preset asan
 
-# The kill test at its full count (CTest runs a few dozen kills).
+# The kill and power-cut tests at their full counts (CTest runs fewer).
 crash-test: deps
 	cmake --preset asan
-	cmake --build --preset asan --target test_crashsafety
-	CINEFITA_KILLS=240 ctest --preset asan -R '^test_crashsafety$$'
+	cmake --build --preset asan --target test_crashsafety test_powercut
+	CINEFITA_KILLS=240 CINEFITA_CUTS=2000 ctest --preset asan -R '^test_(crashsafety|powercut)$$'
 
 # libFuzzer targets (clang, AddressSanitizer + UBSan), each run for FUZZ_SECONDS on
 # a working corpus in build/fuzz/corpus seeded from tests/fuzz/corpus.
