@@ -26,7 +26,7 @@ SOAK_KEYS ?= 200000
 soak: deps
 	cmake --preset asan
 	cmake --build --preset asan --target test_soak
-	CINEFITA_SOAK_KEYS=$(SOAK_KEYS) $(if $(SOAK_SEED),CINEFITA_SOAK_SEED=$(SOAK_SEED)) \
+	CINEFITA_SOAK_KEYS=$(SOAK_KEYS) $(if $(SOAK_SEED),CINEFITA_SOAK_SEED=$(SOAK_SEED)) QTEST_FUNCTION_TIMEOUT=7200000 \
 	    ctest --preset asan --timeout 7200 -R '^test_soak$$'
 
 # libFuzzer targets (clang, AddressSanitizer + UBSan), each run for FUZZ_SECONDS on

@@ -265,6 +265,8 @@ private:
             QTimer::singleShot(0, &app, next);
             const Press press = sent < keys ? randomPress(random) : Press{Qt::Key_Escape};
             ++sent;
+            if (sent % 10000 == 0)
+                qInfo() << "keys sent:" << sent << "commits:" << commits;
             send(app, press);
             if (app.store == last)
                 return;
