@@ -1,5 +1,5 @@
 # Thin wrapper: every target installs what is missing first, then uses the CMake presets.
-.PHONY: run test bench package gallery format deps crash-test fuzz
+.PHONY: run test bench package gallery format deps crash-test soak fuzz
 
 deps:
 	./scripts/install-deps
@@ -14,11 +14,20 @@ test: deps
 	cmake --build --preset asan
 	ctest --preset asan
 
-# The kill test at its full count (CTest runs a few dozen kills).
+# The kill and power-cut tests at their full counts (CTest runs fewer).
 crash-test: deps
 	cmake --preset asan
-	cmake --build --preset asan --target test_crashsafety
-	CINEFITA_KILLS=240 ctest --preset asan -R '^test_crashsafety$$'
+	cmake --build --preset asan --target test_crashsafety test_powercut
+	CINEFITA_KILLS=240 CINEFITA_CUTS=2000 ctest --preset asan -R '^test_(crashsafety|powercut)$$'
+
+# Random keys on the real window at full count (CTest runs a few thousand); the seed
+# is printed, and SOAK_SEED=<seed> replays a run.
+SOAK_KEYS ?= 200000
+soak: deps
+	cmake --preset asan
+	cmake --build --preset asan --target test_soak
+	CINEFITA_SOAK_KEYS=$(SOAK_KEYS) $(if $(SOAK_SEED),CINEFITA_SOAK_SEED=$(SOAK_SEED)) QTEST_FUNCTION_TIMEOUT=7200000 \
+	    ctest --preset asan --timeout 7200 -R '^test_soak$$'
 
 # libFuzzer targets (clang, AddressSanitizer + UBSan), each run for FUZZ_SECONDS on
 # a working corpus in build/fuzz/corpus seeded from tests/fuzz/corpus.

@@ -12,6 +12,10 @@
 #include <algorithm>
 #include <cstdio>
 #include <fcntl.h>
+#include <functional>
+#include <malloc.h>
+#include <sqlite3.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
@@ -64,6 +68,84 @@ void writeSynced(const QString& path, const QByteArray& bytes) {
         std::perror("floor write");
     if (fd >= 0)
         ::close(fd);
+}
+
+long minorFaults() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_minflt;
+}
+
+// One save taken apart on a plain connection set up as LocalDatabase sets up its
+// own: each statement's time and page faults, with the two ways of copying the
+// row and of binding the payload, so each part of the gap can be told apart.
+void saveParts(const QString& path, const Store& store) {
+    QByteArray json;
+    encodeStore(store, JSONLayout::compact, json);
+    LocalDatabase(path).save(store);
+    sqlite3* db = nullptr;
+    sqlite3_open(path.toUtf8().constData(), &db);
+    sqlite3_exec(db, "PRAGMA secure_delete=FAST; PRAGMA wal_autocheckpoint=0; PRAGMA cache_size=-131072;", nullptr,
+                 nullptr, nullptr);
+    struct Step {
+        const char* name;
+        std::function<void()> work;
+    };
+    const auto run = [db](const char* sql) {
+        if (sqlite3_exec(db, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
+            std::fprintf(stderr, "%s: %s\n", sql, sqlite3_errmsg(db));
+    };
+    const auto insert = [db, &json](sqlite3_destructor_type kind) {
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(db, "INSERT OR REPLACE INTO state(id,payload) VALUES(1,?)", -1, &statement, nullptr);
+        sqlite3_bind_text(statement, 1, json.constData(), int(json.size()), kind);
+        if (sqlite3_step(statement) != SQLITE_DONE)
+            std::fprintf(stderr, "insert: %s\n", sqlite3_errmsg(db));
+        sqlite3_finalize(statement);
+    };
+    const Step begin{"begin", [&] {
+                         run("BEGIN IMMEDIATE;");
+                     }};
+    const Step replace{"copy: insert or replace ... select", [&] {
+                           run("INSERT OR REPLACE INTO previous_state SELECT * FROM state;");
+                       }};
+    const Step transfer{"copy: delete, then insert ... select", [&] {
+                            run("DELETE FROM previous_state; INSERT INTO previous_state SELECT * FROM state;");
+                        }};
+    const Step transient{"insert, text copied on binding", [&] {
+                             insert(SQLITE_TRANSIENT);
+                         }};
+    const Step inPlace{"insert, text read in place", [&] {
+                           insert(SQLITE_STATIC);
+                       }};
+    const Step commit{"commit (log written, fsync)", [&] {
+                          run("COMMIT;");
+                      }};
+    const Step checkpoint{"checkpoint when idle", [&] {
+                              run("PRAGMA wal_checkpoint(PASSIVE);");
+                          }};
+    const QList<QPair<const char*, QList<Step>>> variants = {
+        {"text copied on binding", {begin, replace, transient, commit, checkpoint}},
+        {"text read in place, as LocalDatabase does", {begin, replace, inPlace, commit, checkpoint}},
+        {"row copied into an emptied table", {begin, transfer, inPlace, commit, checkpoint}},
+    };
+    for (const auto& [title, steps] : variants) {
+        QList<QList<double>> times(steps.size());
+        QList<QList<long>> faults(steps.size());
+        for (int round = 0; round < 7; ++round)
+            for (qsizetype i = 0; i < steps.size(); ++i) {
+                const long before = minorFaults();
+                times[i].append(millis(steps[i].work));
+                faults[i].append(minorFaults() - before);
+            }
+        std::printf("one save, %s:\n", title);
+        for (qsizetype i = 0; i < steps.size(); ++i) {
+            std::sort(times[i].begin(), times[i].end());
+            std::sort(faults[i].begin(), faults[i].end());
+            std::printf("  %-38s %8.1f ms %8ld page faults\n", steps[i].name, times[i][3], faults[i][3]);
+        }
+    }
+    sqlite3_close(db);
 }
 
 struct Figures {
@@ -125,19 +207,21 @@ int main(int argc, char** argv) {
         std::printf("%9d %10.0f %9.1f %9.1f %7.2f %14.1f %9.1f\n", rentals, last.encodeMBps, last.saveMs, last.floorMs,
                     last.saveMs / last.floorMs, last.checkpointMs, last.loadMs);
     }
+    saveParts(dir.filePath("parts.sqlite"), sampleStore(sizes.last()));
+    if (qEnvironmentVariableIsSet("CINEFITA_BENCH_PARTS_ONLY"))
+        return 0;
     // The program itself, started on a data folder holding the largest store.
     const QString folder = dir.filePath("app");
     QDir().mkpath(folder);
     LocalDatabase(folder + "/cinefita.sqlite").save(sampleStore(sizes.last()));
-    const AppTimes app = appMillis(folder);
+    const AppTimes app = appMillis(folder, 7);
     const auto text = [](std::optional<double> ms) {
         return ms ? QByteArray::number(*ms, 'f', 0) : "n/a";
     };
     std::printf("start-up to first frame: %s ms\n", text(app.startupMs).constData());
-    std::printf("rental, SALVAR to the rented list redrawn: %s ms (its save alone: %.0f ms)\n",
-                text(app.rentalMs).constData(), app.rentalSaveMs);
-    std::printf("return, FINALIZAR to the list redrawn: %s ms (its save alone: %.0f ms)\n",
-                text(app.returnMs).constData(), app.returnSaveMs);
+    std::printf("rental, SALVAR to the rented list drawn: %s ms (a save alone: %.0f ms)\n",
+                text(app.rentalMs).constData(), last.saveMs);
+    std::printf("return, the rewind answer to the list drawn: %s ms\n", text(app.returnMs).constData());
     std::printf("RESULT save_ratio=%.2f startup_ms=%s rental_ms=%s return_ms=%s encode_mbps=%.0f\n",
                 last.saveMs / last.floorMs, text(app.startupMs).constData(), text(app.rentalMs).constData(),
                 text(app.returnMs).constData(), last.encodeMBps);

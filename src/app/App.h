@@ -171,6 +171,7 @@ private:
     void reactivateWindow();
     QVBoxLayout* bodyLayout() const;
     void clearBody();
+    void clearScreen();
     void buildMenuBar();
     void buildWindow();
     void buildWorkingView();

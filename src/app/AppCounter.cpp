@@ -4,6 +4,7 @@
 #include "look/DOSSearchField.h"
 #include "records/FilmCSVError.h"
 #include "screens/RentalScreen.h"
+#include "screens/RewindQuestion.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -115,16 +116,12 @@ void App::actOnScan(const QString& code) {
 // The tape comes back at once: the rewind question, then the return; the operator
 // stays where he was, ready for the next tape.
 void App::returnByScan(const ScanReturn& target) {
-    ModalAlert question;
-    question.title = QStringLiteral("FITA FOI REBOBINADA? [S/N]");
-    question.text = scanReturnText(target);
-    question.buttons = {QStringLiteral("[S] SIM"), QStringLiteral("[N] NÃO"), QStringLiteral("CANCELAR")};
-    const int answer = styledModal(std::move(question));
-    if (answer != firstButtonAnswer && answer != firstButtonAnswer + 1)
+    const std::optional<bool> rewound = askRewound(*this, scanReturnText(target));
+    if (!rewound)
         return;
     Store changed;
     try {
-        changed = returnedStore(store, target.rental.id, answer == firstButtonAnswer, now());
+        changed = returnedStore(store, target.rental.id, *rewound, now());
     } catch (const FilmCSVError& error) {
         alert(QStringLiteral("Devolução não salva"), error.description());
         return;

@@ -15,13 +15,7 @@ void App::historyScreen(const QString& id) {
     if (window != nullptr)
         if (QWidget* focused = window->focusWidget())
             focused->clearFocus();
-    clearBody();
-    screen = {};
-    rental = nullptr;
-    record = nullptr;
-    if (list != nullptr)
-        list->deleteLater();
-    list = nullptr;
+    clearScreen();
     for (DOSButton* entry : navButtons) {
         entry->setOn(entry->tag() == section);
         entry->update();

@@ -118,6 +118,17 @@ void App::clearBody() {
     }
 }
 
+// Every screen starts from an empty body and no screen object: none sees another's widgets.
+void App::clearScreen() {
+    clearBody();
+    screen = {};
+    rental = nullptr;
+    record = nullptr;
+    if (list != nullptr)
+        list->deleteLater(); // its widgets are gone with the body; it may be what called
+    list = nullptr;
+}
+
 void App::render() {
     Q_ASSERT(window != nullptr && menuHeading != nullptr);
     window->setWindowTitle(QStringLiteral("CINEFITA — ") + locadoraName());
@@ -128,13 +139,7 @@ void App::render() {
         entry->setOn(entry->tag() == section);
         entry->update();
     }
-    clearBody();
-    screen = {};
-    rental = nullptr;
-    record = nullptr;
-    if (list != nullptr)
-        list->deleteLater(); // its widgets are gone with the body; it may be what called
-    list = nullptr;
+    clearScreen();
     menuHeading->setOn(section == Section::home);
     menuHeading->update();
 

@@ -19,13 +19,7 @@ void App::recordScreen(std::optional<QString> id) {
     if (window != nullptr)
         if (QWidget* focused = window->focusWidget())
             focused->clearFocus();
-    clearBody();
-    screen = {};
-    rental = nullptr;
-    record = nullptr;
-    if (list != nullptr)
-        list->deleteLater();
-    list = nullptr;
+    clearScreen();
 
     const bool creatingFilm = section == Section::films && !id;
     for (DOSButton* entry : navButtons) {

@@ -428,6 +428,11 @@ Store importFilmCSVFile(const QString& path, const Store& into, const Progress& 
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly))
             throw FileError(readFailure(path, file));
+        if (file.size() > largestFilmCSVBytes)
+            fail(QStringLiteral("O arquivo tem %1 MB e o limite para importar é de %2 MB. Divida a lista em "
+                                "arquivos menores.")
+                     .arg((file.size() + 1024 * 1024 - 1) / (1024 * 1024))
+                     .arg(largestFilmCSVBytes / (1024 * 1024)));
         total = 3 * file.size();
     }
     const auto report = [&](qint64 read) {

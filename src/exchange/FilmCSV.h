@@ -23,10 +23,14 @@ Store importFilmsCSV(const QString& text, const Store& into);
 // Throws FilmCSVError when neither reads them.
 QString decodedCSVText(const QByteArray& bytes);
 
+// The largest film CSV the import takes: the films a file adds cost about five times
+// its size in memory, so a larger file is refused before any of it is read.
+inline constexpr qint64 largestFilmCSVBytes = 64 * 1024 * 1024;
+
 // importFilmsCSV(decodedCSVText(bytes of the file), into) with the same result
 // and messages, but the file is read in pieces and never held whole, as bytes or
 // as text: it is read once to choose the encoding, once to check every record
 // and once to build the films, so a refused file costs no more memory than its
-// pieces. Progress counts bytes over the three readings. Throws FilmCSVError,
-// or FileError when the file cannot be read.
+// pieces. Progress counts bytes over the three readings. Throws FilmCSVError
+// (also for a file over largestFilmCSVBytes), or FileError when the file cannot be read.
 Store importFilmCSVFile(const QString& path, const Store& into, const Progress& progress = {});

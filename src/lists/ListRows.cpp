@@ -182,19 +182,6 @@ QList<ListRow> sectionRows(const Store& store, const ListFilter& filter, Instant
     }
 }
 
-QString searchQuery(const QString& fieldText) {
-    const auto blank = [](QChar c) {
-        return c == u' ' || c == u'\t';
-    };
-    qsizetype first = 0;
-    qsizetype end = fieldText.size();
-    while (first < end && blank(fieldText.at(first)))
-        ++first;
-    while (end > first && blank(fieldText.at(end - 1)))
-        --end;
-    return fieldText.mid(first, end - first);
-}
-
 QString searchedText(const ListRow& row) {
     return row.cells.join(u' ');
 }

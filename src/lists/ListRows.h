@@ -30,8 +30,6 @@ int listColumnWidth(const QString& header);
 // The section's rows before the search, in screen order.
 QList<ListRow> sectionRows(const Store& store, const ListFilter& filter, Instant now);
 
-// The search field's text as a query: spaces and tabs trimmed from both ends.
-QString searchQuery(const QString& fieldText);
 // What the search looks into: the cells joined by single spaces.
 QString searchedText(const ListRow& row);
 

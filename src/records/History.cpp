@@ -181,16 +181,7 @@ QList<HistoryRow> filmHistoryRows(const Store& store, const QString& filmID, Ins
 }
 
 QList<HistoryRow> searchedHistory(QList<HistoryRow> rows, const QString& fieldText) {
-    const auto blank = [](QChar c) {
-        return c == u' ' || c == u'\t';
-    };
-    qsizetype first = 0;
-    qsizetype end = fieldText.size();
-    while (first < end && blank(fieldText.at(first)))
-        ++first;
-    while (end > first && blank(fieldText.at(end - 1)))
-        --end;
-    const QString query = fieldText.mid(first, end - first);
+    const QString query = searchQuery(fieldText);
     if (query.isEmpty())
         return rows;
     QList<HistoryRow> kept;

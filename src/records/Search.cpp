@@ -101,3 +101,16 @@ QList<Customer> activeCustomers(const Store& store) {
     }
     return customers;
 }
+
+QString searchQuery(const QString& fieldText) {
+    const auto blank = [](QChar c) {
+        return c == u' ' || c == u'\t';
+    };
+    qsizetype first = 0;
+    qsizetype end = fieldText.size();
+    while (first < end && blank(fieldText.at(first)))
+        ++first;
+    while (end > first && blank(fieldText.at(end - 1)))
+        --end;
+    return fieldText.mid(first, end - first);
+}

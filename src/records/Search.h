@@ -8,6 +8,9 @@
 // accent-blind comparison of the program uses.
 QString foldedKey(const QString& text);
 
+// The search field's text as a query: spaces and tabs trimmed from both ends.
+QString searchQuery(const QString& fieldText);
+
 // Case- and accent-blind containment; an empty query matches nothing.
 bool matches(const QString& text, const QString& query);
 // Trimmed query; empty keeps all; a digits-only query also matches the code.

@@ -40,6 +40,7 @@ void CashBook::closing(ScreenHost& host) {
     dialog.title = cashDayTitle(*day);
     dialog.text = cashDayText(closed);
     dialog.buttons = {QStringLiteral("IMPRIMIR"), QStringLiteral("EXPORTAR CSV"), QStringLiteral("FECHAR")};
+    dialog.escapeButton = 2; // Escape closes; it never asks where to export
     switch (host.styledModal(std::move(dialog)) - firstButtonAnswer) {
     case 0:
         host.openPrint(cashClosingPage(host.shop(), *day), QString::fromLatin1(cashClosingPageName));

@@ -6,6 +6,7 @@
 #include "records/FilmCSVError.h"
 #include "records/MoneyText.h"
 #include "records/RentalRules.h"
+#include "screens/RewindQuestion.h"
 #include "screens/ScreenHost.h"
 
 #include <algorithm>
@@ -63,19 +64,14 @@ void ReturnsDesk::returnRental(ScreenHost& host) {
         return;
     const std::optional<Film> rented = byID(store.films, rental->film);
 
-    ModalAlert question;
-    question.title = QStringLiteral("FITA FOI REBOBINADA? [S/N]");
-    question.text = (rented ? rented->title : QString()) + QStringLiteral("\nMulta por atraso: ") +
-                    money(fineSoFar(*rental, host.now())) +
-                    QStringLiteral("\n[N] aplica taxa simbólica de R$ 1,00.\nConfirmar registra a devolução.");
-    question.buttons = {QStringLiteral("[S] SIM"), QStringLiteral("[N] NÃO"), QStringLiteral("CANCELAR")};
-    const int answer = host.styledModal(std::move(question));
-    if (answer != firstButtonAnswer && answer != firstButtonAnswer + 1)
+    const std::optional<bool> rewound =
+        askRewound(host, rewindQuestionText(rented ? rented->title : QString(), fineSoFar(*rental, host.now())));
+    if (!rewound)
         return;
 
     Store changed;
     try {
-        changed = returnedStore(store, *id, answer == firstButtonAnswer, host.now());
+        changed = returnedStore(store, *id, *rewound, host.now());
     } catch (const FilmCSVError& error) {
         host.alert(QStringLiteral("Devolução não salva"), error.description());
         return;

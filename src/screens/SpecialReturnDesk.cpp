@@ -3,6 +3,7 @@
 #include "records/FilmCSVError.h"
 #include "records/MoneyText.h"
 #include "records/SpecialReturn.h"
+#include "screens/RewindQuestion.h"
 #include "screens/ScreenHost.h"
 
 #include <algorithm>
@@ -33,19 +34,14 @@ void SpecialReturnDesk::specialReturn(ScreenHost& host) {
     // The rewind question of every return, with the fine of the instant typed.
     const auto film = std::find_if(host.shop().films.cbegin(), host.shop().films.cend(),
                                    [&filmID](const Film& candidate) { return candidate.id == filmID; });
-    ModalAlert question;
-    question.title = QStringLiteral("FITA FOI REBOBINADA? [S/N]");
-    question.text = (film != host.shop().films.cend() ? film->title : QString()) +
-                    QStringLiteral("\nMulta por atraso: ") + money(checked.fine) +
-                    QStringLiteral("\n[N] aplica taxa simbólica de R$ 1,00.\nConfirmar registra a devolução.");
-    question.buttons = {QStringLiteral("[S] SIM"), QStringLiteral("[N] NÃO"), QStringLiteral("CANCELAR")};
-    const int answer = host.styledModal(std::move(question));
-    if (answer != firstButtonAnswer && answer != firstButtonAnswer + 1)
+    const std::optional<bool> rewound =
+        askRewound(host, rewindQuestionText(film != host.shop().films.cend() ? film->title : QString(), checked.fine));
+    if (!rewound)
         return;
 
     Store changed;
     try {
-        changed = specialReturnedStore(host.shop(), checked, answer == firstButtonAnswer);
+        changed = specialReturnedStore(host.shop(), checked, *rewound);
     } catch (const FilmCSVError& error) {
         host.alert(QStringLiteral("Devolução não salva"), error.description());
         return;

@@ -3,6 +3,7 @@
 #include "records/FilmCSVError.h"
 #include "records/StoreJSON.h"
 
+#include <malloc.h>
 #include <sqlite3.h>
 
 namespace {
@@ -21,6 +22,19 @@ Statement prepare(sqlite3* db, const char* sql, const char* failure) {
     return statement;
 }
 
+// A save makes blocks the size of the document (the encoded text, SQLite's record
+// of each row, the copied store); past 32 MB glibc maps each one afresh and unmaps
+// it on free, so every page of it is faulted in again on every save. Freed blocks
+// are kept for the next save instead.
+void keepLargeBlocks() {
+    static const bool kept = [] {
+        mallopt(M_MMAP_THRESHOLD, 256 * 1024 * 1024);
+        mallopt(M_TRIM_THRESHOLD, 1024 * 1024 * 1024);
+        return true;
+    }();
+    Q_UNUSED(kept);
+}
+
 } // namespace
 
 void LocalDatabase::Close::operator()(sqlite3* db) const {
@@ -29,6 +43,7 @@ void LocalDatabase::Close::operator()(sqlite3* db) const {
 }
 
 LocalDatabase::LocalDatabase(const QString& path, int busyTimeoutMs) {
+    keepLargeBlocks();
     sqlite3* raw = nullptr;
     const int result = sqlite3_open(path.toUtf8().constData(), &raw);
     db_.reset(raw); // sqlite3_open may hand back a handle even when it fails
@@ -86,8 +101,8 @@ void LocalDatabase::writeState(const QByteArray& payload) {
     {
         Statement insert =
             prepare(db_.get(), "INSERT OR REPLACE INTO state(id,payload) VALUES(1,?)", "Falha ao preparar gravação.");
-        if (sqlite3_bind_text(insert.get(), 1, payload.constData(), int(payload.size()), SQLITE_TRANSIENT) !=
-                SQLITE_OK ||
+        // The payload outlives the statement, so SQLite reads it in place.
+        if (sqlite3_bind_text(insert.get(), 1, payload.constData(), int(payload.size()), SQLITE_STATIC) != SQLITE_OK ||
             sqlite3_step(insert.get()) != SQLITE_DONE)
             throw FilmCSVError::invalid(QStringLiteral("Falha ao gravar os dados."));
     }
@@ -107,6 +122,16 @@ void LocalDatabase::save(const Store& store) {
 }
 
 std::optional<Store> LocalDatabase::load() {
+    std::optional<Store> loaded = readState();
+    // A log left by a crash is never restarted by the idle checkpoint, so each crash
+    // after a save would add to it for good. Now that the document is read, its
+    // pages go into the file and the log starts again from nothing; should that
+    // fail (another process reading), the idle checkpoint keeps trying.
+    sqlite3_exec(db_.get(), "PRAGMA wal_checkpoint(TRUNCATE);", nullptr, nullptr, nullptr);
+    return loaded;
+}
+
+std::optional<Store> LocalDatabase::readState() {
     Statement select = prepare(db_.get(), "SELECT payload FROM state WHERE id=1", "Falha ao ler o banco.");
     const int result = sqlite3_step(select.get());
     if (result == SQLITE_DONE)

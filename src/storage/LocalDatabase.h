@@ -26,7 +26,8 @@ public:
     // then the store becomes the current row. On failure both rows stay as they were.
     void save(const Store& store);
 
-    // Absent when nothing was ever saved.
+    // Absent when nothing was ever saved. Once read, a log left behind by a crash
+    // is copied into the file and emptied, so crashes never make it grow for good.
     std::optional<Store> load();
 
     // Copies committed saves from the write-ahead log into the file. Saves do not
@@ -52,6 +53,7 @@ private:
     QByteArray pragma(const char* sql);
     void moveToLargePages();
     void writeState(const QByteArray& payload);
+    std::optional<Store> readState();
 
     std::unique_ptr<sqlite3, Close> db_;
     QByteArray payload_; // kept between saves, so its memory is reused

@@ -94,7 +94,8 @@ bool isEditingMultilineText(QWidget* widget) {
 } // namespace
 
 StyledDialog::StyledDialog(ModalAlert alert, QWidget* parent)
-    : QDialog(parent), m_title(alert.title), m_accessory(alert.accessory.get()), m_initialFocus(alert.initialFocus) {
+    : QDialog(parent), m_title(alert.title), m_accessory(alert.accessory.get()), m_initialFocus(alert.initialFocus),
+      m_escapeButton(alert.escapeButton) {
     setWindowTitle(m_title.isEmpty() ? QStringLiteral("CINEFITA") : m_title);
     setModal(true);
     setResult(abortAnswer);
@@ -222,7 +223,10 @@ bool StyledDialog::eventFilter(QObject* watched, QEvent* event) {
         }
     }
     if (key->key() == Qt::Key_Escape) {
-        done(isRewindQuestion() || m_buttons.size() < 2 ? abortAnswer : response(1));
+        if (m_escapeButton)
+            done(response(*m_escapeButton));
+        else
+            done(isRewindQuestion() || m_buttons.size() < 2 ? abortAnswer : response(1));
         return true;
     }
     if (FocusRing::handleKeyboard(key, m_ring, this))

@@ -51,5 +51,6 @@ private:
     QWidget* m_initialFocus = nullptr;
     QLabel* m_icon = nullptr;
     QList<DOSButton*> m_buttons;
+    std::optional<int> m_escapeButton;
     QList<QWidget*> m_ring;
 };

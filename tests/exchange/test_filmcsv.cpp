@@ -242,6 +242,18 @@ private slots:
                     importFilmCSVFile(missing, Store{});
                 }).startsWith(QStringLiteral("Não foi possível ler o arquivo")));
     }
+
+    // A file over the limit is refused by its size, before a byte is read (a sparse
+    // file of zeros would otherwise fail later, for its missing header).
+    void refusesFileOverLimit() {
+        QTemporaryDir folder;
+        QFile file(folder.filePath(QStringLiteral("enorme.csv")));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(largestFilmCSVBytes + 1));
+        file.close();
+        QCOMPARE(failureOf<FilmCSVError>([&] { importFilmCSVFile(file.fileName(), Store{}); }),
+                 QStringLiteral("O arquivo tem 65 MB e o limite para importar é de 64 MB. Divida a lista em "
+                                "arquivos menores."));
+    }
 };
 
 QTEST_APPLESS_MAIN(TestFilmCSV)

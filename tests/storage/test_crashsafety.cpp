@@ -36,6 +36,7 @@ Store numberedStore(int number) {
 [[noreturn]] void commitLoop(const QString& path, int last, int out) {
     tellLine(out, "open");
     LocalDatabase database(path);
+    database.load(); // as start-up does
     tellLine(out, "opened");
     for (int number = last + 1;; ++number) {
         const Store store = numberedStore(number);
@@ -123,6 +124,29 @@ private slots:
         }
         qInfo() << "kills:" << kills << "last store:" << committed << "child's last step at each kill:" << phases;
         QVERIFY(committed > 0);
+    }
+
+    // Killed each time right after a save, before any idle checkpoint: the log
+    // must not keep the frames of every earlier run.
+    void killsAfterEachSaveLeaveASmallLog() {
+        const QString path = dir.filePath("log.sqlite");
+        const qint64 documentBytes = encodeStore(numberedStore(6)).size(); // the largest of the numbered stores
+        for (int kill = 1; kill <= 12; ++kill) {
+            runChild(
+                [&](int out) {
+                    LocalDatabase database(path);
+                    database.load();
+                    database.save(numberedStore(kill));
+                    tellLine(out, "done");
+                    ::pause();
+                },
+                "done\n", [](pid_t child) { ::kill(child, SIGKILL); });
+            // One save since the open: the new row and the copied one, on 64 KiB pages.
+            const qint64 log = QFileInfo(path + "-wal").size();
+            QVERIFY2(log <= 2 * documentBytes + 8 * LocalDatabase::pageSize,
+                     qPrintable(QStringLiteral("kill %1: log of %2 bytes").arg(kill).arg(log)));
+        }
+        QVERIFY(LocalDatabase(path).load() == numberedStore(12));
     }
 };
 
