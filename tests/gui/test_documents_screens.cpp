@@ -164,11 +164,12 @@ private slots:
 
     void closing_data() {
         QTest::addColumn<QString>("day");
-        QTest::addColumn<int>("button"); // in the closing dialog, reached by Tab
+        QTest::addColumn<int>("button"); // in the closing dialog, reached by Tab; -1: Escape
         QTest::addColumn<QString>("written");
         QTest::newRow("printed") << "08/05/2026" << 0 << "Fechamento-de-caixa.html";
         QTest::newRow("exported") << "08/05/2026" << 1 << "CINEFITA-caixa-2026-05-08.csv";
         QTest::newRow("closed") << "08/05/2026" << 2 << "";
+        QTest::newRow("escape writes nothing") << "08/05/2026" << -1 << "";
         QTest::newRow("no such day") << "31/02/2026" << 0 << "";
     }
 
@@ -186,6 +187,9 @@ private slots:
         DialogAnswerer asked([&](StyledDialog* dialog) {
             QCOMPARE(dialog->accessory()->findChild<DOSField*>()->text(), "09/05/2026");
             closing = std::make_unique<DialogAnswerer>([button](StyledDialog* shown) {
+                if (button < 0)
+                    return QTest::keyClick(shown->focusWidget() != nullptr ? shown->focusWidget() : shown,
+                                           Qt::Key_Escape);
                 for (int step = 0; step < 6 && shown->focusWidget() != shown->buttons().at(button); ++step)
                     QTest::keyClick(shown->focusWidget() != nullptr ? shown->focusWidget() : shown, Qt::Key_Tab);
                 QTest::keyClick(shown->buttons().at(button), Qt::Key_Return);
