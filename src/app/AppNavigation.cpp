@@ -5,12 +5,12 @@
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
 #include "records/DateText.h"
+#include "screens/AdjustedReturnDesk.h"
 #include "screens/CashBook.h"
 #include "screens/CounterDocuments.h"
 #include "screens/HelpScreen.h"
 #include "screens/HomeScreen.h"
 #include "screens/ListScreen.h"
-#include "screens/SpecialReturnDesk.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -170,7 +170,7 @@ void App::render() {
         .cashEntry = std::bind_front(&App::cashEntry, this),
         .overdueNotices = [this] { CounterDocuments::printOverdueNotices(*this); },
         .cashClosing = [this] { CashBook::closing(*this); },
-        .specialReturn = [this] { SpecialReturnDesk::specialReturn(*this); },
+        .adjustedReturn = [this] { AdjustedReturnDesk::adjustedReturn(*this); },
     };
     list = new ListScreen(*this, section, {alphabeticalFilms, alphabeticalClients, selectedGenre, onlyLate}, commands,
                           this);

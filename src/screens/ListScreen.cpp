@@ -57,7 +57,7 @@ ListScreen::ListScreen(ScreenHost& host, int section, State state, const Command
         break;
     case Section::returns:
         // FINALIZAR stays last: Return on the table presses it.
-        host.actionRow({{QStringLiteral("DEVOLUÇÃO ESPECIAL"), commands.specialReturn},
+        host.actionRow({{QStringLiteral("DEVOLUÇÃO ESPECIAL"), commands.adjustedReturn},
                         {QStringLiteral("FINALIZAR"), commands.returnRental}});
         break;
     case Section::customers:

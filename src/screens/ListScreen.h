@@ -22,7 +22,7 @@ public:
     struct Commands {
         Action create, importCSV, exportCSV, select, edit, remove, printReport, rentalDetails, returnRental, cashEntry,
             overdueNotices, cashClosing;
-        Action specialReturn; // the returns list's other return: another instant, a fine forgiven
+        Action adjustedReturn; // the returns list's other return: another instant, a fine forgiven
     };
     struct State {
         bool& alphabeticalFilms;

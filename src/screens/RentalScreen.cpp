@@ -363,17 +363,23 @@ void RentalScreen::takeTape(const Film& film, std::optional<qint64> copy) {
     if (m_tapes.isEmpty() && !m_film) {
         chooseTape(tape);
     } else {
-        if (m_tapes.isEmpty())
-            m_tapes.append(BasketTape{*m_film, requestedCopy(m_form->value(QStringLiteral("code")))});
-        m_tapes.append(tape);
-        m_film.reset();
-        m_dropped.reset();
-        setCode(QString());
-        setText(m_form, QStringLiteral("film"), QString());
-        m_filmMatches->hide();
-        showTapes();
+        addTape(BasketTape{*m_film, requestedCopy(m_form->value(QStringLiteral("code")))}, tape);
     }
     afterTape();
+}
+
+// A tape joins the list (the one chosen before it first, when the list starts) and
+// the form is cleared for the next one.
+void RentalScreen::addTape(const BasketTape& chosenBefore, const BasketTape& tape) {
+    if (m_tapes.isEmpty())
+        m_tapes.append(chosenBefore);
+    m_tapes.append(tape);
+    m_film.reset();
+    m_dropped.reset();
+    setCode(QString());
+    setText(m_form, QStringLiteral("film"), QString());
+    m_filmMatches->hide();
+    showTapes();
 }
 
 // After each tape the operator is led to what the rental still needs.
@@ -399,16 +405,7 @@ void RentalScreen::codeEntered() {
     const std::optional<qint64> copy = requestedCopy(text);
     if (!m_film || !copy || (m_tapes.isEmpty() && !m_dropped))
         return;
-    const BasketTape tape{*m_film, copy};
-    if (m_tapes.isEmpty())
-        m_tapes.append(*m_dropped);
-    m_tapes.append(tape);
-    m_film.reset();
-    m_dropped.reset();
-    setCode(QString());
-    setText(m_form, QStringLiteral("film"), QString());
-    m_filmMatches->hide();
-    showTapes();
+    addTape(m_tapes.isEmpty() ? *m_dropped : BasketTape{}, BasketTape{*m_film, copy});
     afterTape();
 }
 

@@ -74,6 +74,7 @@ private:
     void codeEntered();
     void chooseTape(const BasketTape& tape);
     void afterTape();
+    void addTape(const BasketTape& chosenBefore, const BasketTape& tape);
     void showTapes();
     void removeSelectedTape();
     void finalizeTapes(const QString& customerID);

@@ -1,4 +1,5 @@
 #include "gui/GuiSupport.h"
+#include "support/Builders.h"
 
 #include "app/ScanFilter.h"
 #include "look/DOSSearchField.h"
@@ -16,14 +17,7 @@ const Instant now{800000000}; // 09/05/2026 03:13 in São Paulo
 // JOÃO owes two tapes (TUBARÃO 2 and GREMLINS 1), both late.
 Store shop() {
     Store store;
-    store.films = {
-        Film{.id = "F1", .title = "TUBARÃO", .genre = "Suspense", .copies = 2, .price = 500, .code = 1},
-        Film{.id = "F2", .title = "ALIEN", .genre = "Terror", .copies = 1, .price = 400, .code = 2},
-        Film{
-            .id = "F3", .title = "GREMLINS", .genre = "Comédia", .copies = 3, .price = 300, .code = 3, .deleted = true},
-        Film{.id = "F4", .title = "TWISTER", .genre = "Ação", .copies = 1, .price = 700, .code = 4, .release = true},
-        Film{.id = "F5", .title = "ROCKY", .genre = "Drama", .copies = 1, .price = 300, .code = 5},
-    };
+    store.films = counterFilms(5);
     store.customers = {
         Customer{.id = "C1", .name = "MARIA SILVA", .phone = "(11) 5555-0101", .code = 1},
         Customer{.id = "C2", .name = "JOÃO", .phone = "(11) 5555-0102", .code = 2},

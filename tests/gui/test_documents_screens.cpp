@@ -1,4 +1,5 @@
 #include "gui/GuiSupport.h"
+#include "support/Builders.h"
 
 #include "exchange/CashDayExport.h"
 #include "look/DOSTable.h"
@@ -17,10 +18,7 @@ const Instant now{800000000}; // 09/05/2026 03:13 in São Paulo
 // Two tapes late with two customers; the book holds the evening of the 8th and the first second of the 9th.
 Store shop() {
     Store store;
-    store.films = {
-        Film{.id = "F1", .title = "TUBARÃO", .genre = "Suspense", .copies = 2, .price = 500, .code = 1},
-        Film{.id = "F2", .title = "ALIEN", .genre = "Terror", .copies = 1, .price = 400, .code = 2},
-    };
+    store.films = counterFilms(2);
     store.customers = {
         Customer{.id = "C1", .name = "MARIA SILVA", .phone = "(11) 5555-0101", .code = 1},
         Customer{.id = "C2", .name = "JOÃO", .phone = "(11) 5555-0102", .code = 2},

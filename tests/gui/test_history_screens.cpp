@@ -86,14 +86,14 @@ private slots:
         QCOMPARE(app()->editID, opened);
     }
 
-    // One refusal through the window (each rule's refusals are the special-return
+    // One refusal through the window (each rule's refusals are the adjusted-return
     // test's rows): the form filled by keys, then the store as it was, in memory and on disk.
-    void specialReturnRefused() {
+    void adjustedReturnRefused() {
         const Store before = app()->store;
         toReturnsList();
         const QString dayLate = dateTimeText(now.plusSeconds(-2 * day)); // a fine of 2,00
         DialogSequence dialogs({fillForm({dayLate, "2,01", "CAIXA"}), enter});
-        pressSpecialReturn();
+        pressAdjustedReturn();
         QCOMPARE(dialogs.titles(), (QStringList{"DEVOLUÇÃO ESPECIAL", "Abono maior que a multa"}));
         QCOMPARE(app()->store, before);
         QCOMPARE(disk->saved(), before);
@@ -101,7 +101,7 @@ private slots:
 
     // Found in the drop box a day after it was due, its fine partly forgiven: the
     // return at that instant, and the customer's history shows what was forgiven.
-    void specialReturnAcceptedShowsInHistory() {
+    void adjustedReturnAcceptedShowsInHistory() {
         const QString back = dateTimeText(now.plusSeconds(-2 * day)); // a day late: a fine of 2,00
         toReturnsList();
         QCOMPARE(shownButtons(), (QStringList{"DEVOLUÇÃO ESPECIAL", "FINALIZAR"}));
@@ -109,7 +109,7 @@ private slots:
         disk->press(Qt::Key_Return); // on the table: still FINALIZAR's question
         QCOMPARE(usual.seen().title, QStringLiteral("FITA FOI REBOBINADA? [S/N]"));
         DialogSequence dialogs({fillForm({back, "1,50", "CAIXA DE COLETA"}), DialogAnswerer::pressKey(Qt::Key_N)});
-        pressSpecialReturn();
+        pressAdjustedReturn();
         QCOMPARE(dialogs.titles(), (QStringList{"DEVOLUÇÃO ESPECIAL", "FITA FOI REBOBINADA? [S/N]"}));
 
         const Store saved = disk->saved();
@@ -238,7 +238,7 @@ private:
         QCOMPARE(app()->section, int(Section::returns));
     }
 
-    void pressSpecialReturn() {
+    void pressAdjustedReturn() {
         QVERIFY(disk->tabTo(disk->button("DEVOLUÇÃO ESPECIAL")));
         disk->press(Qt::Key_Space);
     }

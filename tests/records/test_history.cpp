@@ -1,5 +1,5 @@
+#include "records/AdjustedReturn.h"
 #include "records/History.h"
-#include "records/SpecialReturn.h"
 #include "support/Dates.h"
 
 #include <QTest>
@@ -18,8 +18,8 @@ Rental rental(const QString& id, const QString& film, const QString& customer, s
 }
 
 Store returnedAt(const Store& store, const QString& id, const QString& when, const QString& forgiven, bool rewound) {
-    const auto checked = specialReturn(store, id, when, forgiven, QStringLiteral("chuva"), at(when).plusSeconds(60));
-    return specialReturnedStore(store, std::get<SpecialReturn>(checked), rewound);
+    const auto checked = adjustedReturn(store, id, when, forgiven, QStringLiteral("chuva"), at(when).plusSeconds(60));
+    return adjustedReturnedStore(store, std::get<AdjustedReturn>(checked), rewound);
 }
 
 const QString now = QStringLiteral("15/10/2026 12:00");

@@ -1,18 +1,18 @@
-#include "records/SpecialReturn.h"
+#include "records/AdjustedReturn.h"
 
 #include "records/DateText.h"
 #include "records/MoneyText.h"
 
 #include <algorithm>
 
-QList<QPair<QString, QString>> specialReturnFields(Instant now) {
+QList<QPair<QString, QString>> adjustedReturnFields(Instant now) {
     return {{QStringLiteral("DEVOLVIDA EM"), dateTimeText(now)},
             {QStringLiteral("ABONO (R$)"), QStringLiteral("0,00")},
             {QStringLiteral("MOTIVO"), QString()}};
 }
 
-Ruled<SpecialReturn> specialReturn(const Store& store, const QString& rentalID, const QString& returnedAt,
-                                   const QString& forgiven, const QString& reason, Instant now) {
+Ruled<AdjustedReturn> adjustedReturn(const Store& store, const QString& rentalID, const QString& returnedAt,
+                                     const QString& forgiven, const QString& reason, Instant now) {
     const auto rental = std::find_if(store.rentals.cbegin(), store.rentals.cend(), [&](const Rental& candidate) {
         return candidate.id == rentalID && isOpen(candidate);
     });
@@ -50,14 +50,14 @@ Ruled<SpecialReturn> specialReturn(const Store& store, const QString& rentalID, 
     if (*amount > 0 && why.isEmpty())
         return RuleRefusal{QStringLiteral("Informe o motivo"),
                            QStringLiteral("Um abono de multa precisa de um motivo.")};
-    return SpecialReturn{.rental = rental->id,
-                         .returned = *returned,
-                         .fine = fine,
-                         .forgiven = *amount,
-                         .reason = *amount > 0 ? why : QString()};
+    return AdjustedReturn{.rental = rental->id,
+                          .returned = *returned,
+                          .fine = fine,
+                          .forgiven = *amount,
+                          .reason = *amount > 0 ? why : QString()};
 }
 
-Store specialReturnedStore(const Store& store, const SpecialReturn& checked, bool rewound) {
+Store adjustedReturnedStore(const Store& store, const AdjustedReturn& checked, bool rewound) {
     Store changed = returnedStore(store, checked.rental, rewound, checked.returned);
     if (checked.forgiven > 0) {
         const auto rental = std::find_if(store.rentals.cbegin(), store.rentals.cend(), [&](const Rental& candidate) {

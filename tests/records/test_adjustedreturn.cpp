@@ -1,5 +1,5 @@
+#include "records/AdjustedReturn.h"
 #include "records/FilmCSVError.h"
-#include "records/SpecialReturn.h"
 #include "support/Dates.h"
 #include "support/Zones.h"
 
@@ -46,7 +46,7 @@ QStringList lines(const QList<Entry>& entries, Instant date) {
 
 } // namespace
 
-class TestSpecialReturn : public QObject {
+class TestAdjustedReturn : public QObject {
     Q_OBJECT
 
 private slots:
@@ -77,7 +77,7 @@ private slots:
         if (!inZone(c.shop.zone))
             QSKIP("other zone");
         const Store before = shopStore(c.shop);
-        const auto result = specialReturn(before, "r1", c.typed, c.amount, c.reason, at(c.shop.now));
+        const auto result = adjustedReturn(before, "r1", c.typed, c.amount, c.reason, at(c.shop.now));
         if (!c.refusal.isEmpty()) {
             QVERIFY(std::holds_alternative<RuleRefusal>(result));
             QCOMPARE(std::get<RuleRefusal>(result).title, c.refusal);
@@ -85,7 +85,7 @@ private slots:
         }
         if (const auto* refusal = std::get_if<RuleRefusal>(&result))
             QFAIL(qPrintable(refusal->text));
-        const SpecialReturn& checked = std::get<SpecialReturn>(result);
+        const AdjustedReturn& checked = std::get<AdjustedReturn>(result);
         QCOMPARE(dateTimeText(checked.returned), c.returned);
         QVERIFY(checked.returned >= before.rentals[0].start);
         QCOMPARE(checked.fine, c.fine);
@@ -107,19 +107,19 @@ private slots:
         QFETCH(QString, amount);
         QFETCH(QStringList, entries);
         const Store before = shopStore(march);
-        const auto checked = specialReturn(before, "r1", "06/03/2026 21:30", amount, "chuva", at(march.now));
-        const Store after = specialReturnedStore(before, std::get<SpecialReturn>(checked), false);
+        const auto checked = adjustedReturn(before, "r1", "06/03/2026 21:30", amount, "chuva", at(march.now));
+        const Store after = adjustedReturnedStore(before, std::get<AdjustedReturn>(checked), false);
         const Instant returned = at("06/03/2026 21:30");
         QCOMPARE(lines(after.entries, returned), entries);
         QCOMPARE(after.rentals[0].returned, returned);
         QCOMPARE(after.rentals[0].fine, 600); // the whole fine; the forgiveness is the entry
 
         // Returned meanwhile: refused before the question, and refused again after it.
-        const auto again = specialReturn(after, "r1", "06/03/2026 21:30", "0,00", "", at(march.now));
+        const auto again = adjustedReturn(after, "r1", "06/03/2026 21:30", "0,00", "", at(march.now));
         QCOMPARE(std::get<RuleRefusal>(again).text, QStringLiteral("Esta fita já foi devolvida."));
-        QVERIFY_THROWS_EXCEPTION(FilmCSVError, specialReturnedStore(after, std::get<SpecialReturn>(checked), true));
+        QVERIFY_THROWS_EXCEPTION(FilmCSVError, adjustedReturnedStore(after, std::get<AdjustedReturn>(checked), true));
     }
 };
 
-QTEST_APPLESS_MAIN(TestSpecialReturn)
-#include "test_specialreturn.moc"
+QTEST_APPLESS_MAIN(TestAdjustedReturn)
+#include "test_adjustedreturn.moc"

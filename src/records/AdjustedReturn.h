@@ -9,10 +9,10 @@
 // the forgiveness is one more cash-book entry beside the usual return's.
 
 // The form's fields (label, initial value): "DEVOLVIDA EM" (now), "ABONO (R$)" ("0,00"), "MOTIVO" ("").
-QList<QPair<QString, QString>> specialReturnFields(Instant now);
+QList<QPair<QString, QString>> adjustedReturnFields(Instant now);
 
 // The form's answers read and checked, before the rewind question is asked.
-struct SpecialReturn {
+struct AdjustedReturn {
     QString rental; // id
     Instant returned;
     qint64 fine = 0;     // computed for the return instant, before forgiveness
@@ -24,10 +24,10 @@ struct SpecialReturn {
 // the rental is not open, the instant is unreadable, before the rental's start or
 // after now, the amount is unreadable or above the fine, or a forgiveness has no
 // reason.
-Ruled<SpecialReturn> specialReturn(const Store& store, const QString& rentalID, const QString& returnedAt,
-                                   const QString& forgiven, const QString& reason, Instant now);
+Ruled<AdjustedReturn> adjustedReturn(const Store& store, const QString& rentalID, const QString& returnedAt,
+                                     const QString& forgiven, const QString& reason, Instant now);
 
 // returnedStore at the checked instant, plus the entry "Abono de multa: " + title +
 // " — " + reason dated that instant with the forgiven amount negative when there is
 // one. Throws FilmCSVError("Esta fita já foi devolvida.") as returnedStore does.
-Store specialReturnedStore(const Store& store, const SpecialReturn& checked, bool rewound);
+Store adjustedReturnedStore(const Store& store, const AdjustedReturn& checked, bool rewound);

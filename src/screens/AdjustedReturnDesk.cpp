@@ -1,15 +1,15 @@
-#include "screens/SpecialReturnDesk.h"
+#include "screens/AdjustedReturnDesk.h"
 
+#include "records/AdjustedReturn.h"
 #include "records/FilmCSVError.h"
 #include "records/MoneyText.h"
-#include "records/SpecialReturn.h"
 #include "screens/RewindQuestion.h"
 #include "screens/ScreenHost.h"
 
 #include <algorithm>
 #include <variant>
 
-void SpecialReturnDesk::specialReturn(ScreenHost& host) {
+void AdjustedReturnDesk::adjustedReturn(ScreenHost& host) {
     const std::optional<QString> id = host.selected();
     if (!id)
         return;
@@ -21,15 +21,16 @@ void SpecialReturnDesk::specialReturn(ScreenHost& host) {
     const QString filmID = rental->film;
 
     const Instant now = host.now();
-    const std::optional<QStringList> typed = host.form(QStringLiteral("DEVOLUÇÃO ESPECIAL"), specialReturnFields(now));
+    const std::optional<QStringList> typed = host.form(QStringLiteral("DEVOLUÇÃO ESPECIAL"), adjustedReturnFields(now));
     if (!typed)
         return;
-    const Ruled<SpecialReturn> ruled = ::specialReturn(host.shop(), *id, typed->at(0), typed->at(1), typed->at(2), now);
+    const Ruled<AdjustedReturn> ruled =
+        ::adjustedReturn(host.shop(), *id, typed->at(0), typed->at(1), typed->at(2), now);
     if (const auto* refusal = std::get_if<RuleRefusal>(&ruled)) {
         host.alert(refusal->title, refusal->text);
         return;
     }
-    const SpecialReturn& checked = std::get<SpecialReturn>(ruled);
+    const AdjustedReturn& checked = std::get<AdjustedReturn>(ruled);
 
     // The rewind question of every return, with the fine of the instant typed.
     const auto film = std::find_if(host.shop().films.cbegin(), host.shop().films.cend(),
@@ -41,7 +42,7 @@ void SpecialReturnDesk::specialReturn(ScreenHost& host) {
 
     Store changed;
     try {
-        changed = specialReturnedStore(host.shop(), checked, *rewound);
+        changed = adjustedReturnedStore(host.shop(), checked, *rewound);
     } catch (const FilmCSVError& error) {
         host.alert(QStringLiteral("Devolução não salva"), error.description());
         return;

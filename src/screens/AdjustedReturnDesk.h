@@ -4,7 +4,7 @@ class ScreenHost;
 
 // The returns list's other way to take a tape back: at another instant than now
 // (found in the drop box) and with part or all of the fine forgiven.
-class SpecialReturnDesk {
+class AdjustedReturnDesk {
 public:
-    static void specialReturn(ScreenHost& host);
+    static void adjustedReturn(ScreenHost& host);
 };
