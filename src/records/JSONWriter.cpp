@@ -116,6 +116,16 @@ void JSONWriter::separate() {
     newline();
 }
 
+void JSONWriter::elements(QByteArrayView text) {
+    Q_ASSERT(!indented_);
+    if (text.isEmpty())
+        return;
+    separate();
+    ensure(size_t(text.size()));
+    std::memcpy(pos_, text.data(), size_t(text.size()));
+    pos_ += text.size();
+}
+
 void JSONWriter::indentedKey(const char* name, size_t length) {
     separate();
     ensure(length + 4);

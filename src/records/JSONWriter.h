@@ -3,6 +3,7 @@
 #include "records/Instant.h"
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 #include <cstring>
 #include <optional>
@@ -41,6 +42,9 @@ public:
         first_ = false;
     }
     void element() { separate(); }
+    // Array elements already written as compact text, separated by commas (a run
+    // of records encoded earlier); nothing for an empty text. Compact layout only.
+    void elements(QByteArrayView text);
 
     template <size_t N> void member(const char (&separatedKey)[N], const QString& value) {
         key(separatedKey);

@@ -2,6 +2,7 @@
 
 #include "records/JSONReader.h"
 #include "records/JSONWriter.h"
+#include "records/RecordWriting.h"
 
 // The store is written and read by hand rather than through QJsonDocument: a
 // save happens on every change and the document grows with the shop's history,
@@ -9,77 +10,6 @@
 // intermediate tree (several times faster at a hundred thousand rentals).
 
 namespace {
-
-// ---- writing ----------------------------------------------------------------
-// Keys are written in byte order in both layouts, so the indented layout is the
-// sorted one the backup wants and the compact layout is its whitespace-free twin.
-
-void writeFilm(JSONWriter& w, const Film& f) {
-    w.beginObject();
-    w.member(R"(,"code":)", f.code);
-    w.member(R"(,"copies":)", f.copies);
-    w.member(R"(,"deleted":)", f.deleted);
-    w.member(R"(,"genre":)", f.genre);
-    w.member(R"(,"id":)", f.id);
-    w.member(R"(,"originalTitle":)", f.originalTitle);
-    w.member(R"(,"price":)", f.price);
-    w.member(R"(,"release":)", f.release);
-    w.member(R"(,"sinapse":)", f.sinapse);
-    w.member(R"(,"title":)", f.title);
-    w.member(R"(,"year":)", f.year);
-    w.endObject();
-}
-
-void writeCustomer(JSONWriter& w, const Customer& c) {
-    w.beginObject();
-    w.member(R"(,"address":)", c.address);
-    w.member(R"(,"city":)", c.city);
-    w.member(R"(,"code":)", c.code);
-    w.member(R"(,"deleted":)", c.deleted);
-    w.member(R"(,"id":)", c.id);
-    w.member(R"(,"name":)", c.name);
-    w.member(R"(,"phone":)", c.phone);
-    w.member(R"(,"state":)", c.state);
-    w.member(R"(,"zip":)", c.zip);
-    w.endObject();
-}
-
-void writeRental(JSONWriter& w, const Rental& r) {
-    w.beginObject();
-    w.member(R"(,"copy":)", r.copy);
-    w.member(R"(,"customer":)", r.customer);
-    w.member(R"(,"due":)", r.due);
-    w.member(R"(,"film":)", r.film);
-    w.member(R"(,"fine":)", r.fine);
-    w.member(R"(,"finePerDay":)", r.finePerDay);
-    w.member(R"(,"id":)", r.id);
-    w.member(R"(,"price":)", r.price);
-    w.member(R"(,"returned":)", r.returned);
-    w.member(R"(,"rewindFee":)", r.rewindFee);
-    w.member(R"(,"rewound":)", r.rewound);
-    w.member(R"(,"start":)", r.start);
-    w.endObject();
-}
-
-void writeEntry(JSONWriter& w, const Entry& e) {
-    w.beginObject();
-    w.member(R"(,"amount":)", e.amount);
-    w.member(R"(,"date":)", e.date);
-    w.member(R"(,"description":)", e.description);
-    w.member(R"(,"id":)", e.id);
-    w.endObject();
-}
-
-template <size_t N, typename Record, typename Write>
-void writeList(JSONWriter& w, const char (&key)[N], const QList<Record>& records, Write write) {
-    w.key(key);
-    w.beginArray();
-    for (const Record& record : records) {
-        w.element();
-        write(w, record);
-    }
-    w.endArray();
-}
 
 // ---- reading ----------------------------------------------------------------
 
@@ -304,18 +234,16 @@ void readList(JSONReader& reader, QList<Record>& records, bool& seen, const char
 } // namespace
 
 void encodeStore(const Store& store, JSONLayout layout, QByteArray& buffer) {
-    JSONWriter w(buffer, layout == JSONLayout::sortedIndented,
-                 256 + store.films.size() * 320 + store.customers.size() * 240 + store.rentals.size() * 360 +
-                     store.entries.size() * 140);
-    w.beginObject();
-    writeList(w, R"(,"customers":)", store.customers, writeCustomer);
-    writeList(w, R"(,"entries":)", store.entries, writeEntry);
-    writeList(w, R"(,"films":)", store.films, writeFilm);
-    w.member(R"(,"locadoraName":)", store.locadoraName);
-    writeList(w, R"(,"rentals":)", store.rentals, writeRental);
-    w.member(R"(,"reportRentalBaseline":)", store.reportRentalBaseline);
-    w.endObject();
-    w.finish();
+    JSONWriter w(buffer, layout == JSONLayout::sortedIndented, expectedDocumentBytes(store));
+    writeDocument(w, store, [](JSONWriter& w, const auto& key, const auto& records, auto write) {
+        w.key(key);
+        w.beginArray();
+        for (const auto& record : records) {
+            w.element();
+            write(w, record);
+        }
+        w.endArray();
+    });
 }
 
 QByteArray encodeStore(const Store& store, JSONLayout layout) {

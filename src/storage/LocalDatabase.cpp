@@ -110,7 +110,7 @@ void LocalDatabase::writeState(const QByteArray& payload) {
 }
 
 void LocalDatabase::save(const Store& store) {
-    encodeStore(store, JSONLayout::compact, payload_);
+    encoder_.encode(store, payload_);
     exec("BEGIN IMMEDIATE;");
     try {
         writeState(payload_);
@@ -128,6 +128,15 @@ std::optional<Store> LocalDatabase::load() {
     // pages go into the file and the log starts again from nothing; should that
     // fail (another process reading), the idle checkpoint keeps trying.
     sqlite3_exec(db_.get(), "PRAGMA wal_checkpoint(TRUNCATE);", nullptr, nullptr, nullptr);
+    // The text of every record is made now, at start-up, so that the first save
+    // of the day encodes only what it changed, as every later one does.
+    if (loaded) {
+        try {
+            encoder_.encode(*loaded, payload_);
+        } catch (const FilmCSVError&) {
+            // A value the writer refuses; the save that meets it reports it.
+        }
+    }
     return loaded;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/Records.h"
+#include "records/StoreEncoder.h"
 
 #include <QByteArray>
 #include <QString>
@@ -27,7 +28,8 @@ public:
     void save(const Store& store);
 
     // Absent when nothing was ever saved. Once read, a log left behind by a crash
-    // is copied into the file and emptied, so crashes never make it grow for good.
+    // is copied into the file and emptied, so crashes never make it grow for good,
+    // and the store is encoded once so that the next save starts from its text.
     std::optional<Store> load();
 
     // Copies committed saves from the write-ahead log into the file. Saves do not
@@ -56,5 +58,6 @@ private:
     std::optional<Store> readState();
 
     std::unique_ptr<sqlite3, Close> db_;
-    QByteArray payload_; // kept between saves, so its memory is reused
+    StoreEncoder encoder_; // keeps the text of what did not change since the last save
+    QByteArray payload_;   // kept between saves, so its memory is reused
 };

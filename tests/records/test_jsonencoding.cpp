@@ -1,4 +1,5 @@
 #include "records/JSONWriter.h"
+#include "records/StoreEncoder.h"
 #include "records/StoreJSON.h"
 #include "support/Files.h"
 
@@ -66,7 +67,14 @@ QByteArray golden(const char* name) {
     return fileBytes(QStringLiteral(CINEFITA_SOURCE_DIR "/tests/records/data/") + name);
 }
 
+// One edit of the store between two saves, as the screens and restore make them.
+using Edit = std::function<void(Store&)>;
+
+constexpr qsizetype run = StoreEncoder::runLength;
+
 } // namespace
+
+Q_DECLARE_METATYPE(QList<Edit>)
 
 class TestJSONEncoding : public QObject {
     Q_OBJECT
@@ -117,6 +125,76 @@ private slots:
         QCOMPARE(buffer.constData(), memory);
         encodeStore(small, JSONLayout::compact, buffer);
         QCOMPARE(decodeStore(buffer).films.first().sinapse, small.films.first().sinapse);
+    }
+
+    // The saved text is the encoder's: a kept run reused after its records
+    // changed, a comma lost at a run's edge, or a stale run left after the list
+    // shrank would each store a document that is not the store.
+    void keptRunsWriteThePlainDocument_data() {
+        QTest::addColumn<Store>("start");
+        QTest::addColumn<QList<Edit>>("edits");
+        const Store large = variedStore(int(run)); // rentals and entries fill three runs
+        const Edit rent = [](Store& s) {
+            s.rentals.append(s.rentals.first());
+            s.entries.append(s.entries.first());
+        };
+        QTest::newRow("rentals across a run's edge") << large << QList<Edit>(run + 2, rent);
+        QTest::newRow("a return in a middle run") << large << QList<Edit>{[](Store& s) {
+            s.rentals[run + 7].returned = Instant{800000000.5};
+            s.rentals[run + 7].fine = 300;
+        }};
+        QTest::newRow("only the settings") << large << QList<Edit>{[](Store& s) {
+            s.locadoraName = "Nova";
+            s.reportRentalBaseline = 99;
+        }};
+        QTest::newRow("a smaller store restored, then grown back") << large
+                                                                   << QList<Edit>{[](Store& s) { s = variedStore(3); },
+                                                                                  [large](Store& s) {
+                                                                                      s = large;
+                                                                                      s.rentals.resize(run * 2);
+                                                                                  },
+                                                                                  [large](Store& s) {
+                                                                                      s = large;
+                                                                                  }};
+        QTest::newRow("a store of the same size with other records") << large << QList<Edit>{[](Store& s) {
+            std::reverse(s.rentals.begin(), s.rentals.end());
+            std::rotate(s.films.begin(), s.films.begin() + 1, s.films.end());
+        }};
+        QTest::newRow("lists emptied and filled") << variedStore(1)
+                                                  << QList<Edit>{[](Store& s) { s = Store{}; },
+                                                                 [](Store& s) {
+                                                                     s = variedStore(2);
+                                                                 }};
+    }
+    void keptRunsWriteThePlainDocument() {
+        QFETCH(Store, start);
+        QFETCH(QList<Edit>, edits);
+        StoreEncoder encoder;
+        QByteArray document;
+        encoder.encode(start, document);
+        QCOMPARE(document, encodeStore(start));
+        Store store = start;
+        for (const Edit& edit : edits) {
+            edit(store); // the encoder shares the lists, so an edit in place must still be seen
+            encoder.encode(store, document);
+            QCOMPARE(document, encodeStore(store));
+        }
+    }
+
+    // A date JSON cannot hold stops the encoding halfway through a run; that run's
+    // text must not be reused when the store it was kept for is saved again.
+    void refusedStoreLeavesNoHalfWrittenRun() {
+        const Store good = variedStore(int(run));
+        Store bad = good;
+        bad.rentals[run + 9].start = Instant{std::numeric_limits<double>::infinity()};
+        StoreEncoder encoder;
+        QByteArray document;
+        encoder.encode(good, document);
+        QVERIFY_THROWS_EXCEPTION(StoreJSONError, encoder.encode(bad, document));
+        Store next = good;
+        next.entries.append(next.entries.first());
+        encoder.encode(next, document);
+        QCOMPARE(document, encodeStore(next));
     }
 };
 

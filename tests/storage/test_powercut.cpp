@@ -1,6 +1,6 @@
 // Power cuts at seeded random moments: inside a save, inside the idle checkpoint,
-// inside the move of an old file to large pages and inside the emptying of a log
-// left by a crash at open. A test VFS over the default one passes every call
+// inside the move of an old file to large pages, inside the emptying of a log
+// left by a crash at open and inside the save of a store restored from a backup. A test VFS over the default one passes every call
 // through and remembers what each write replaced until its file is synced; the
 // cut keeps some of those writes, tears some (only part of their 512-byte sectors
 // reach the disk), undoes the rest, and fails every later call. Ordinary SQLite
@@ -9,8 +9,10 @@
 //
 // CINEFITA_CUTS sets the number of cuts (`make crash-test` runs the full count),
 // CINEFITA_CUT_SEED the first seed; a failure names the seed that replays it.
+#include "exchange/BackupRestore.h"
 #include "records/StoreJSON.h"
 #include "storage/LocalDatabase.h"
+#include "support/Files.h"
 #include "support/RawDatabase.h"
 
 #include <QRandomGenerator>
@@ -299,7 +301,7 @@ int storeIn(RawDatabase& raw, const char* table) {
     }
 }
 
-enum class Phase { save, checkpoint, pageMove, open };
+enum class Phase { save, checkpoint, pageMove, open, restore };
 const char* phaseName(Phase phase) {
     switch (phase) {
     case Phase::save:
@@ -310,6 +312,8 @@ const char* phaseName(Phase phase) {
         return "page move";
     case Phase::open:
         return "open";
+    case Phase::restore:
+        return "restore";
     }
     return "";
 }
@@ -371,17 +375,25 @@ Round runPhase(const QString& path, Phase phase, int committed, quint32 seed, in
         if (choices.bounded(2) == 0)
             database->checkpoint();
         database->save(numberedStore(committed));
-        if (phase == Phase::save && choices.bounded(2) == 0)
+        const bool writes = phase == Phase::save || phase == Phase::restore;
+        if (writes && choices.bounded(2) == 0)
             database->checkpoint(); // the save then starts the log again from its beginning
+        // A restore replaces the whole document by one read from a backup file, of
+        // another size, so every page of the row is new.
+        const QString backup = path + ".backup.json";
+        if (phase == Phase::restore)
+            writeFile(backup, encodeStore(numberedStore(next), JSONLayout::sortedIndented));
         power.reset(seed, cutAt);
         try {
             if (phase == Phase::save)
                 database->save(numberedStore(next));
+            else if (phase == Phase::restore)
+                database->save(restoredStoreFromFile(backup));
             else
                 database->checkpoint();
         } catch (...) {
         }
-        round.allowed = phase == Phase::save ? QList<int>{committed, next} : QList<int>{committed};
+        round.allowed = writes ? QList<int>{committed, next} : QList<int>{committed};
     }
     round.events = power.events;
     if (!power.cut)
@@ -436,7 +448,7 @@ private slots:
                                       ? quint32(qEnvironmentVariableIntValue("CINEFITA_CUT_SEED"))
                                       : QRandomGenerator::system()->generate() % 1000000;
         qInfo() << "first seed:" << firstSeed;
-        const QList<Phase> phases = {Phase::save, Phase::checkpoint, Phase::pageMove, Phase::open};
+        const QList<Phase> phases = {Phase::save, Phase::checkpoint, Phase::pageMove, Phase::open, Phase::restore};
         // How many writes and syncs each phase makes, learnt from one run without a cut.
         QMap<Phase, int> events;
         for (Phase phase : phases)
