@@ -22,7 +22,9 @@ class ScreenHost;
 // its form and lists and lives as long as its form; the chosen film and customer
 // are the controller's, so they survive a redraw. A second tape, scanned or typed
 // as a copy code and entered with Return, starts a list of tapes under the form that
-// SALVAR rents in one go.
+// SALVAR rents in one go. Its members live by job in RentalScreen.cpp (the form and
+// a rental of one tape), RentalScreenTyping.cpp (what typing chooses, and what a scan
+// typed into the fields must not leave behind) and RentalScreenTapes.cpp (the tapes).
 class RentalScreen : public QObject {
     Q_OBJECT
 public:
@@ -70,7 +72,12 @@ public:
     void finalizeRental();
 
 private:
+    std::optional<Film> storedFilm(const QString& id) const;
+    std::optional<Customer> storedCustomer(const QString& id) const;
+    void setField(const QString& key, const QString& text);
     void setCode(const QString& text);
+    void commitRented(const Store& before, const Ruled<Store>& rented);
+    void chooseTyped();
     void codeEntered();
     void chooseTape(const BasketTape& tape);
     void afterTape();
