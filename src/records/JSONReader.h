@@ -80,8 +80,10 @@ private:
     void leave() { --depth_; }
     [[noreturn]] void syntaxError(const char* what) const;
 
+    // In JSONReaderStrings.cpp, with readString.
     std::string_view readKey();
     void scanString(std::string& decoded, bool& escaped, const char*& rawBegin, const char*& rawEnd);
+
     bool scanNumber(const char*& start, const char*& stop); // true for an integer literal
     bool literal(const char* word);
 
