@@ -56,7 +56,6 @@ private slots:
 
     void smallestDocumentAndNullOptionals() {
         QCOMPARE(decodeStore(R"({"films":[],"customers":[],"rentals":[],"entries":[]})"), Store{});
-        QCOMPARE(decodeStore("\xEF\xBB\xBF{\"films\":[],\"customers\":[],\"rentals\":[],\"entries\":[]}"), Store{});
         QVERIFY_THROWS_EXCEPTION(
             StoreJSONError,
             decodeStore("\xEF\xBB\xBF\xEF\xBB\xBF{\"films\":[],\"customers\":[],\"rentals\":[],\"entries\":[]}"));
