@@ -180,7 +180,6 @@ private slots:
         QTest::addColumn<QString>("refusal");
         QTest::addColumn<qint64>("amount"); // 0: nothing written
         QTest::newRow("money out") << QStringList{"Troco", "saída", "10,00"} << "" << qint64(-1000);
-        QTest::newRow("zero") << QStringList{"Venda", "ENTRADA", "0"} << "" << qint64(0);
         QTest::newRow("other type") << QStringList{"Doação", "doação", "5,00"} << "Tipo inválido" << qint64(0);
     }
 
