@@ -105,10 +105,9 @@ private slots:
         shop.click("FINALIZAR");
         QCOMPARE(rewind.seen().title, "FITA FOI REBOBINADA? [S/N]");
 
-        const Store saved = shop.saved();
-        QCOMPARE(saved.rentals.last().fine, 400);
-        QVERIFY(saved.rentals.last().rewound == true && saved.rentals.last().rewindFee == 0);
-        QCOMPARE(saved.entries.last().description, "Multa: TWISTER");
+        const Rental returned = shop.saved().rentals.last();
+        QVERIFY(returned.fine == 400 && returned.rewound == true &&
+                returned.rewindFee == 0);                    // the entries are the rules'
         QVERIFY(!shop.app->filteredIDs.contains(rental.id)); // nothing left to return twice
     }
 
