@@ -136,12 +136,6 @@ private slots:
         QVERIFY(Instant{1e300}.toDateTime() > Instant{1e12}.toDateTime());
     }
 
-    void nonFiniteDatesCannotBeWritten() {
-        Store store = sparseStore();
-        store.rentals[0].due = Instant{std::numeric_limits<double>::infinity()};
-        QVERIFY_THROWS_EXCEPTION(StoreJSONError, encodeStore(store));
-    }
-
     void rejected_data() {
         QTest::addColumn<QByteArray>("json");
         QTest::addColumn<QString>("mentions");
