@@ -193,7 +193,6 @@ private slots:
         QTest::newRow("unknown kind") << CashCase{"Luz", "sangria", "3", "Tipo inválido: Informe entrada ou saída.", 0};
         QTest::newRow("no description") << CashCase{"", "ENTRADA", "3", "-", 0};
         QTest::newRow("zero") << CashCase{"Luz", "ENTRADA", "0", "-", 0};
-        QTest::newRow("negative") << CashCase{"Luz", "ENTRADA", "-3", "-", 0};
         QTest::newRow("unreadable") << CashCase{"Luz", "ENTRADA", "três", "-", 0};
     }
     void cashEntry() {
