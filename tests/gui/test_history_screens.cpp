@@ -115,9 +115,7 @@ private slots:
 
         openFirstRecord(Qt::Key_F2);
         openHistory();
-        app()->rows();
-        QCOMPARE(app()->filteredIDs, (QStringList{"R1", "R2"}));
-        QCOMPARE(app()->rows().first().last(), money(150)); // ABONO
+        QCOMPARE(app()->rows().first().last(), money(150)); // R1's ABONO (the rows are the customer history case's)
         const auto plain = [](QString text) {
             return text.replace(QChar::Nbsp, u' ');
         };
