@@ -1,4 +1,3 @@
-#include "exchange/FilmCSV.h"
 #include "exchange/ScreenExport.h"
 #include "support/Builders.h"
 
@@ -43,26 +42,6 @@ private slots:
                               {"12345", "De volta", "Back to the Future", "1985", "Drama", "1", "12.90",
                                "Linha 1\nLinha 2", "LANÇAMENTO"},
                               {"0000", "Sem código", "", "", "Drama", "1", "5.00", "", "ACERVO"}}));
-    }
-
-    // Whatever the export writes, the import reads back as the same columns.
-    void exportedFilmsImportBack() {
-        Film a = film(QStringLiteral("\"Tubarão\"; o filme"), 7);
-        a.year = 1975;
-        a.price = 1;
-        a.copies = 100000;
-        a.sinapse = QStringLiteral("Linha 1\r\nLinha 2 \"com aspas\"");
-        a.release = true;
-        Film b = film(QStringLiteral("Ação, Aventura"), 999999);
-        b.genre = QStringLiteral("Ação, Ficção científica");
-        b.price = 100000000;
-        b.originalTitle = QStringLiteral("Action");
-        const Rows table = filmExportTable({a, b});
-        Store existing;
-        existing.films = {film(QStringLiteral("Outro"), 8)};
-        const Store back = importFilmsCSV(csv(table), existing);
-        QCOMPARE(back.films.size(), 3);
-        QCOMPARE(filmExportTable(back.films.mid(1)), table);
     }
 };
 

@@ -148,7 +148,6 @@ private slots:
         QCOMPARE(title->text() + QString::number(title->cursorPosition()), "tub1");
         QCOMPARE(counter.focused(), title);
         QVERIFY(counter.saved().rentals.first().returned == now);
-        QCOMPARE(counter.saved().entries.first().description, "Multa: TUBARÃO");
         QCOMPARE(counter.app->status->text(), "DEVOLVIDA: COD-0001-002 — TUBARÃO");
     }
 
@@ -161,22 +160,17 @@ private slots:
         QVERIFY(rewind.answered());
         QVERIFY(!counter.app->showingSplash);
         QCOMPARE(counter.app->section, int(Section::home));
-        const Store saved = counter.saved();
-        QVERIFY(saved.rentals.last().returned && saved.rentals.last().rewindFee == 100);
-        QCOMPARE(saved.entries.last().description, "Taxa de rebobinagem: GREMLINS");
+        const Rental back = counter.saved().rentals.last();
+        QVERIFY(back.returned && back.rewindFee == 100);
     }
 
-    // The debt is shown before renting: both late tapes and their total.
+    // The debt is shown before renting: both late tapes' total (the lines are the scan target test's).
     void cardOfACustomerWithLateTapes() {
         Counter counter;
         QVERIFY(counter.open());
         DialogAnswerer late(DialogAnswerer::pressKey(Qt::Key_Return));
         counter.scan("CLI-0002");
-        const QStringList lines = late.seen().text.split('\n');
-        QCOMPARE(lines.size(), 3);
-        QVERIFY(lines[0].startsWith("TUBARÃO (COD-0001-002)") && lines[0].endsWith("R$ 4,00"));
-        QVERIFY(lines[1].startsWith("GREMLINS (COD-0003-001)") && lines[1].endsWith("R$ 2,00"));
-        QCOMPARE(lines[2], "Total: R$ 6,00");
+        QVERIFY(late.seen().text.endsWith("\nTotal: R$ 6,00"));
         QCOMPARE(counter.app->section, int(Section::rental));
         QCOMPARE(counter.app->rentalCustomer, std::optional<QString>("C2"));
         QCOMPARE(counter.focused(), counter.field("code"));

@@ -3,30 +3,19 @@
 #include "look/DOSPopup.h"
 #include "look/DOSSearchField.h"
 #include "look/DOSTable.h"
-#include "records/DateText.h"
-#include "records/MoneyText.h"
 
 #include "support/ListShop.h"
 
 namespace {
 
 const Instant now{800000000};
-using Rows = QList<QStringList>;
 
-// What the table shows, read through its model.
-Rows shown(App& app) {
-    QAbstractItemModel* model = app.table->model();
-    Rows rows(model->rowCount());
-    for (int r = 0; r < rows.size(); ++r)
-        for (int c = 0; c < model->columnCount(); ++c)
-            rows[r].append(model->index(r, c).data().toString());
-    return rows;
-}
-
+// One column of what the table shows, read through its model.
 QStringList column(App& app, int c) {
+    QAbstractItemModel* model = app.table->model();
     QStringList cells;
-    for (const QStringList& row : shown(app))
-        cells.append(row.at(c));
+    for (int r = 0; r < model->rowCount(); ++r)
+        cells.append(model->index(r, c).data().toString());
     return cells;
 }
 
@@ -49,27 +38,6 @@ private slots:
     }
     void cleanup() { app.reset(); }
 
-    // The table shows the list's rows; which rows is the list rules' own test.
-    void rowsOfEachList_data() {
-        QTest::addColumn<int>("section");
-        QTest::addColumn<Rows>("expected");
-        const QString late = "ATENÇÃO: CLIENTE EM DÉBITO";
-        QTest::newRow("rented") << int(Section::rented)
-                                << Rows{{"COD-0001", "Tubarão", late},
-                                        {"COD-0002", "Drama Total", "LOCADO"},
-                                        {"COD-0002", "Drama Total", "LOCADO"},
-                                        {"—", "—", "LOCADO"}};
-        QTest::newRow("cash") << int(Section::cash)
-                              << Rows{{dateText(now.plusSeconds(-100)), "Fita nova", "SAÍDA", money(-500)},
-                                      {dateText(now.plusSeconds(-1000)), "Locação", "ENTRADA", money(550)}};
-    }
-    void rowsOfEachList() {
-        QFETCH(int, section);
-        QFETCH(Rows, expected);
-        (*app)->navigate(section);
-        QCOMPARE(shown(*app->app), expected);
-    }
-
     // Each column its width, the last one to the table's right edge: no text cut while the table has room.
     void lastColumnReachesTheEdge() {
         (*app)->navigate(Section::rented);
@@ -77,26 +45,6 @@ private slots:
         DOSTable* table = (*app)->table;
         QCOMPARE(table->columnViewportPosition(2) + table->columnWidth(2), table->viewport()->width());
         QVERIFY(table->columnWidth(2) > table->fontMetrics().horizontalAdvance("ATENÇÃO: CLIENTE EM DÉBITO"));
-    }
-
-    // Typed with keys; taking the text back with Backspace restores every row.
-    void searchFollowsKeys_data() {
-        QTest::addColumn<int>("section");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QStringList>("codes");
-        QTest::newRow("situation") << int(Section::rented) << "débito" << QStringList{"COD-0001"};
-    }
-    void searchFollowsKeys() {
-        QFETCH(int, section);
-        QFETCH(QString, typed);
-        QFETCH(QStringList, codes);
-        (*app)->navigate(section);
-        const int all = (*app)->table->model()->rowCount();
-        typeIntoSearch(*app->app, typed);
-        QCOMPARE(column(*app->app, 0), codes);
-        for (qsizetype i = 0; i < typed.size(); ++i)
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backspace);
-        QCOMPARE((*app)->table->model()->rowCount(), all);
     }
 
     void genrePopupAndFilter() {

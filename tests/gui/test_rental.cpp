@@ -105,10 +105,9 @@ private slots:
         shop.click("FINALIZAR");
         QCOMPARE(rewind.seen().title, "FITA FOI REBOBINADA? [S/N]");
 
-        const Store saved = shop.saved();
-        QCOMPARE(saved.rentals.last().fine, 400);
-        QVERIFY(saved.rentals.last().rewound == true && saved.rentals.last().rewindFee == 0);
-        QCOMPARE(saved.entries.last().description, "Multa: TWISTER");
+        const Rental returned = shop.saved().rentals.last();
+        QVERIFY(returned.fine == 400 && returned.rewound == true &&
+                returned.rewindFee == 0);                    // the entries are the rules'
         QVERIFY(!shop.app->filteredIDs.contains(rental.id)); // nothing left to return twice
     }
 
@@ -180,7 +179,6 @@ private slots:
         QTest::addColumn<QString>("refusal");
         QTest::addColumn<qint64>("amount"); // 0: nothing written
         QTest::newRow("money out") << QStringList{"Troco", "saída", "10,00"} << "" << qint64(-1000);
-        QTest::newRow("zero") << QStringList{"Venda", "ENTRADA", "0"} << "" << qint64(0);
         QTest::newRow("other type") << QStringList{"Doação", "doação", "5,00"} << "Tipo inválido" << qint64(0);
     }
 

@@ -3,7 +3,6 @@
 #include "print/MatrixReport.h"
 #include "print/MemberCard.h"
 #include "print/PrintFiles.h"
-#include "print/PrintPage.h"
 #include "records/DateText.h"
 #include "support/Builders.h"
 #include "support/Files.h"
@@ -27,9 +26,6 @@ class TestPrintPages : public QObject {
     Q_OBJECT
 
 private slots:
-    // In text the apostrophe stays as it is, so pages without user markup keep their bytes.
-    void escapes() { QCOMPARE(escapedHTML("d'Or <&lt;> \""), "d'Or &lt;&amp;lt;&gt; &quot;"); }
-
     // Whatever a name or title holds, every page reads back with that text where
     // it stands, and with no tag or attribute of its own.
     void userTextStaysText_data() {
@@ -150,9 +146,6 @@ private slots:
                            QStringLiteral("\nFITAS CADASTRADAS   3   ███\nFITAS ATRASADAS   0   ▒▒"));
         QCOMPARE(matrixReportText(QStringLiteral("LOCADORA"), now, {}),
                  QStringLiteral("CINEFITA • LOCADORA\nRELATÓRIO MATRICIAL • 08/10/2026 14:30\n") + rule + u'\n');
-
-        const QString page = matrixReportDocument(text);
-        QVERIFY(page.contains(QStringLiteral("<main><pre>CINEFITA • A&lt;B &amp; C\n")));
     }
 
     void printFolderFiles() {

@@ -15,7 +15,6 @@ private slots:
         QTest::newRow("nothing") << qint64(0) << qint64(10) << 0;
         QTest::newRow("no maximum") << qint64(5) << qint64(0) << 0;
         QTest::newRow("half") << qint64(5) << qint64(10) << 8;
-        QTest::newRow("0.5 goes up") << qint64(1) << qint64(32) << 1;
         QTest::newRow("2.5 goes up") << qint64(5) << qint64(32) << 3;
         QTest::newRow("tiny still shows") << qint64(1) << qint64(1000) << 1;
         QTest::newRow("above maximum") << qint64(20) << qint64(10) << 16;

@@ -49,12 +49,6 @@ private slots:
         QCOMPARE(ids(::orderedFilms(::films(films), alphabetical)), expected);
     }
 
-    void orderedCustomers() {
-        const QList<Customer> customers = {{.id = "a", .name = "Érica", .code = 2},
-                                           {.id = "b", .name = "erica", .code = 1}};
-        QCOMPARE(::orderedCustomers(customers, true).first().id, "b");
-    }
-
     void matches_data() {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("query");

@@ -8,15 +8,13 @@
 
 namespace {
 
-// Films without codes and five rentals, as versions before codes wrote them.
+// A film and a customer without codes and five rentals, as versions before codes wrote them.
 QByteArray legacyDocument() {
     QByteArray rentals;
     for (int i = 1; i <= 5; ++i)
         rentals += QByteArray(i > 1 ? "," : "") + R"({"id":"r)" + QByteArray::number(i) +
                    R"(","film":"a","customer":"c","start":10.5,"due":20,"price":300,"finePerDay":100})";
-    return R"({ "films": [{"id":"a","title":"Alien","genre":"Terror","copies":2,"price":300},)"
-           R"({"id":"b","title":"Brazil","genre":"Drama","copies":1,"price":300},)"
-           R"({"id":"c","title":"Casablanca","genre":"Drama","copies":1,"price":300}],)"
+    return R"({ "films": [{"id":"a","title":"Alien","genre":"Terror","copies":2,"price":300}],)"
            R"( "customers": [{"id":"c","name":"Ana","phone":"(11) 987654321"}],)"
            R"( "rentals": [)" +
            rentals + R"(], "entries": [] })" + "\n";
@@ -57,22 +55,13 @@ private slots:
         QVERIFY(writeFile(folder.filePath(QStringLiteral("dados.json")), legacy));
         QVERIFY(writeFile(folder.filePath(QStringLiteral("dados-antes-3.0.json")), "old copy"));
 
+        // Codes, and the database read at the next start, are the self-test's.
         const LoadedStore first = loadAtStartup(folder.path());
-        QList<qint64> codes;
-        for (const Film& film : first.store.films)
-            codes.append(film.code.value_or(0));
-        QCOMPARE(codes, (QList<qint64>{1, 2, 3}));
-        QCOMPARE(first.store.customers.first().code, 1);
         QCOMPARE(first.store.rentals.size(), 5);
         QCOMPARE(first.store.reportRentalBaseline, 5);
         QCOMPARE(first.database->load(), first.store);
         QCOMPARE(fileBytes(folder.filePath(QStringLiteral("dados-antes-3.0.json"))), legacy);
         QCOMPARE(fileBytes(folder.filePath(QStringLiteral("dados.json"))), legacy);
-
-        // From now on the database is the data; the legacy file is not read again.
-        QVERIFY(writeFile(folder.filePath(QStringLiteral("dados.json")), "not json at all"));
-        const LoadedStore second = loadAtStartup(folder.path());
-        QCOMPARE(second.store, first.store);
     }
 
     void keepsBaselineAndCodes() {
