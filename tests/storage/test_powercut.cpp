@@ -1,11 +1,12 @@
 // Power cuts at seeded random moments: inside a save, inside the idle checkpoint,
 // inside the move of an old file to large pages, inside the emptying of a log
-// left by a crash at open and inside the save of a store restored from a backup. A test VFS over the default one passes every call
-// through and remembers what each write replaced until its file is synced; the
-// cut keeps some of those writes, tears some (only part of their 512-byte sectors
-// reach the disk), undoes the rest, and fails every later call. Ordinary SQLite
-// then opens the file: it must pass the integrity check and hold the last
-// committed store or the one being committed, whole, with the one before it whole.
+// left by a crash at open and inside the save of a store restored from a backup.
+// A test VFS over the default one passes every call through and remembers what
+// each write replaced until its file is synced; the cut keeps some of those
+// writes, tears some (only part of their 512-byte sectors reach the disk), undoes
+// the rest, and fails every later call. Ordinary SQLite then opens the file: it
+// must pass the integrity check and hold the last committed store or the one
+// being committed, whole, with the one before it whole.
 //
 // CINEFITA_CUTS sets the number of cuts (`make crash-test` runs the full count),
 // CINEFITA_CUT_SEED the first seed; a failure names the seed that replays it.
