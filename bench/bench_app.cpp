@@ -4,6 +4,8 @@
 // run throughout, and a second of idle separates the operations.
 #include "bench_app.h"
 
+#include "Timing.h"
+
 #include "app/App.h"
 
 #include <QAbstractButton>
@@ -25,15 +27,6 @@ constexpr int idleMs = 1000;
 // Ends the running event loop. QCoreApplication::quit would close the window too.
 void leave() {
     QCoreApplication::exit(0);
-}
-
-double since(const QElapsedTimer& timer) {
-    return double(timer.nsecsElapsed()) / 1e6;
-}
-
-double median(QList<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 // Notes the first paint of the window and each paint of a list once `awaited` holds.

@@ -1,6 +1,7 @@
 // The scan as the operator meets it: the program running on the shop, a scanner's
 // keys sent to its window, and the time from the scan's last key (its Return) to the
 // rewind question on screen, or to the rental screen drawn.
+#include "Timing.h"
 #include "app/App.h"
 #include "records/Codes.h"
 #include "screens/RentalScreen.h"
@@ -42,11 +43,6 @@ void sendKey(App& app, int key, const QString& text) {
     QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
     press.setTimestamp(quint64(stamp));
     QApplication::sendEvent(target, &press);
-}
-
-double median(QList<double> values) {
-    std::sort(values.begin(), values.end());
-    return values.isEmpty() ? -1 : values.at(values.size() / 2);
 }
 
 } // namespace

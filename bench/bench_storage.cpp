@@ -1,6 +1,7 @@
 // Prints how long the store takes to encode, save and load at three sizes, next
 // to the floor of writing the same bytes twice with an fsync, and ends with one
 // RESULT line for the largest size that a script can read.
+#include "Timing.h"
 #include "bench_app.h"
 #include "records/StoreEncoder.h"
 #include "records/StoreJSON.h"
@@ -61,21 +62,6 @@ void counterChange(Store& store, int step) {
     returned.returned = Instant{now};
     returned.fine = 300;
     store.entries.append(Entry{QStringLiteral("E-fine-%1").arg(step), Instant{now}, "Multa: Ação", 300});
-}
-
-template <typename F> double millis(F&& work) {
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return double(timer.nsecsElapsed()) / 1e6;
-}
-
-template <typename F> double medianMillis(int runs, F&& work) {
-    QList<double> times;
-    for (int i = 0; i < runs; ++i)
-        times.append(millis(work));
-    std::sort(times.begin(), times.end());
-    return times[runs / 2];
 }
 
 void writeSynced(const QString& path, const QByteArray& bytes) {
