@@ -8,6 +8,7 @@
 #include "records/StoreJSON.h"
 #include "storage/LocalDatabase.h"
 #include "support/ChildProcess.h"
+#include "support/NumberedStores.h"
 #include "support/RawDatabase.h"
 
 #include <QRandomGenerator>
@@ -20,17 +21,7 @@ namespace {
 
 // Each number gives a different store of a different size (about 0.5 to 1 MB).
 Store numberedStore(int number) {
-    Store store;
-    store.locadoraName = QStringLiteral("Loja %1").arg(number);
-    store.reportRentalBaseline = number;
-    const int rentals = 1500 + number % 7 * 300;
-    for (int i = 0; i < rentals; ++i) {
-        store.rentals.append(Rental{QStringLiteral("R-%1-%2").arg(number).arg(i), "F-1", "C-1",
-                                    Instant{700000000.5 + i}, Instant{700259200.25 + number}, std::nullopt, 550, 300});
-        store.entries.append(Entry{QStringLiteral("E-%1").arg(i), Instant{700000000.0 + number},
-                                   QStringLiteral("Locação número %1 da versão %2").arg(i).arg(number), 550});
-    }
-    return store;
+    return ::numberedStore(number, 1500 + number % 7 * 300);
 }
 
 [[noreturn]] void commitLoop(const QString& path, int last, int out) {
@@ -49,16 +40,6 @@ Store numberedStore(int number) {
             tellLine(out, "idle");
         }
     }
-}
-
-// A file as an earlier version left it: small pages, holding stores n-1 and n.
-void writeSmallPageFile(const QString& path, int number) {
-    for (const char* suffix : {"", "-wal", "-shm", "-journal"})
-        QFile::remove(path + suffix);
-    RawDatabase raw(path);
-    QVERIFY(raw.exec(QByteArray("PRAGMA page_size=4096;") + LocalDatabase::schema));
-    QVERIFY(raw.exec("INSERT INTO previous_state VALUES(1,'" + encodeStore(numberedStore(number - 1)) +
-                     "'); INSERT INTO state VALUES(1,'" + encodeStore(numberedStore(number)) + "');"));
 }
 
 enum class Aim { anywhere, checkpoint, pageMove };
@@ -99,7 +80,7 @@ private slots:
         for (int kill = 0; kill < kills; ++kill) {
             Aim aim = kill % 4 == 1 ? Aim::checkpoint : Aim::anywhere;
             if (kill % 4 == 3 && committed >= 2) {
-                writeSmallPageFile(path, committed);
+                QVERIFY(writeSmallPageFile(path, numberedStore(committed - 1), numberedStore(committed)));
                 aim = Aim::pageMove;
             }
             const QByteArray output = runAndKill(path, committed, aim);
